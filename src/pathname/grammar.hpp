@@ -1,0 +1,239 @@
+#pragma once
+
+#include "errors/raise.hpp"
+#include "pathname/separators.hpp"
+
+#include <filesystem/pathname_traits.hpp>
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+/// The pathname grammar, written once for both character types and on views. What is exported
+/// is a wrapper around this, and only here do '/', '.' and '~' have a meaning.
+namespace nura::filesystem::detail::grammar {
+
+template <class Char>
+using text = std::basic_string<Char>;
+
+template <class Char>
+using view = std::basic_string_view<Char>;
+
+template <class Char>
+using constants = pathname_traits<Char>;
+
+template <class Char>
+constexpr Char dot = constants<Char>::DOT_CHARACTER;
+
+inline constexpr std::size_t npos = std::string_view::npos;
+
+template <class Char>
+constexpr bool is_absolute(view<Char> p)
+{
+    return !p.empty() && p.front() == *constants<Char>::ROOT_PATHNAME;
+}
+
+template <class Char>
+constexpr std::size_t root_path_length(view<Char> p)
+{
+    return is_absolute(p) ? 1 : 0;
+}
+
+template <class Char>
+view<Char> root_path(view<Char> p)
+{
+    return is_absolute(p) ? view<Char>{constants<Char>::ROOT_PATHNAME} : view<Char>{};
+}
+
+template <class Char>
+bool is_dot_element(view<Char> element)
+{
+    return element == constants<Char>::CURRENT_DIRECTORY ||
+           element == constants<Char>::PARENT_DIRECTORY;
+}
+
+template <class Char>
+bool needs_tilde_expansion(view<Char> p, bool expand_tilde)
+{
+    return expand_tilde && !p.empty() && p.front() == constants<Char>::TILDE_CHARACTER;
+}
+
+template <class Char>
+bool has_trailing_separator(view<Char> p)
+{
+    return p.size() >= 2 && p.back() == separator<Char>;
+}
+
+/// True if `native_form` would give `p` back.
+template <class Char>
+bool is_native_form(view<Char> p, bool expand_tilde)
+{
+    return !needs_tilde_expansion(p, expand_tilde) && !has_trailing_separator(p) &&
+           !has_doubled_separator(p);
+}
+
+/// Writes the `count` units at `from` to `to`; as many as `room` units may be read at `from` and
+/// written at `to`. Copies a group at a time, beyond `count` where there is room for it.
+template <class Char>
+void copy_units(Char const* from, std::size_t count, std::size_t room, Char* to)
+{
+    constexpr std::size_t step = 16 / sizeof(Char);
+    std::size_t done = 0;
+    for (; done < count && done + step <= room; done += step) {
+        std::memcpy(to + done, from + done, step * sizeof(Char));
+    }
+    for (; done < count; ++done) {
+        to[done] = from[done];
+    }
+}
+
+/// Copies `p` to `to`, which has room for as many units, without the separators that follow
+/// another one. Returns how many units were kept.
+template <class Char>
+std::size_t copy_collapsed(view<Char> p, Char* to)
+{
+    separator_scan<Char> scan{p};
+    std::size_t kept = 0;
+    std::size_t from = 0;
+    for (std::size_t start = 0; start < p.size(); start += group_length) {
+        for (std::uint32_t doubled = scan.doubled_in_group(start); doubled != 0;
+             doubled &= doubled - 1) {
+            std::size_t const dropped = start + static_cast<std::size_t>(std::countr_zero(doubled));
+            copy_units(p.data() + from, dropped - from, p.size() - from, to + kept);
+            kept += dropped - from;
+            from = dropped + 1;
+        }
+    }
+    copy_units(p.data() + from, p.size() - from, p.size() - from, to + kept);
+    return kept + p.size() - from;
+}
+
+/// Native form without the tilde: allocates once, at the length of `p`.
+template <class Char>
+text<Char> collapsed(view<Char> p)
+{
+    text<Char> form{p};
+    if (has_doubled_separator(p)) {
+        form.resize(copy_collapsed(p, form.data()));
+    }
+    if (has_trailing_separator(view<Char>{form})) {
+        form.pop_back();
+    }
+    return form;
+}
+
+template <class Char>
+text<Char> native_form(view<Char> p, bool expand_tilde)
+{
+    if (needs_tilde_expansion(p, expand_tilde)) {
+        return collapsed(view<Char>{constants<Char>::replace_tilde_with_home_dir(text<Char>{p})});
+    }
+    return collapsed(p);
+}
+
+template <class Char>
+view<Char> relative_path(view<Char> p)
+{
+    return p.substr(root_path_length(p));
+}
+
+template <class Char>
+view<Char> parent_path(view<Char> p)
+{
+    std::size_t const last = last_separator(p);
+    if (last == npos) {
+        return {};
+    }
+    if (last == 0) {
+        return p.size() == 1 ? view<Char>{} : p.substr(0, 1);
+    }
+    return p.substr(0, last);
+}
+
+template <class Char>
+view<Char> filename(view<Char> p)
+{
+    std::size_t const last = last_separator(p);
+    return last == npos || p.size() == 1 ? p : p.substr(last + 1);
+}
+
+template <class Char>
+view<Char> stem(view<Char> p)
+{
+    view<Char> const name = filename(p);
+    return is_dot_element(name) ? name : name.substr(0, name.rfind(dot<Char>));
+}
+
+template <class Char>
+view<Char> extension(view<Char> p)
+{
+    view<Char> const name = filename(p);
+    std::size_t const last = name.rfind(dot<Char>);
+    return last == npos || is_dot_element(name) ? view<Char>{} : name.substr(last + 1);
+}
+
+template <class Char>
+void concatenate(text<Char>& base, view<Char> tail, bool expand_tilde)
+{
+    text<Char> form = native_form(tail, expand_tilde);
+    if (base.empty()) {
+        base = std::move(form);
+        return;
+    }
+    if (is_absolute(view<Char>{form})) {
+        raise_invalid_argument("Absolute path not permitted");
+    }
+    base.reserve(base.size() + 1 + form.size()); // what follows cannot fail half-way
+    if (base.back() != separator<Char>) {
+        base += separator<Char>;
+    }
+    base += form; // an empty tail has added the separator: callers rely on it
+}
+
+template <class Char>
+void remove_filename(text<Char>& p)
+{
+    p.resize(parent_path(view<Char>{p}).size());
+}
+
+/// Whether `extension` begins with a dot; refuses what is no extension.
+template <class Char>
+bool begins_with_dot(view<Char> extension)
+{
+    bool const dotted = extension.front() == dot<Char>;
+    bool const valid = !(dotted && (extension.size() == 1 || extension[1] == dot<Char>)) &&
+                       extension.find(separator<Char>) == npos;
+    if (!valid) {
+        raise_invalid_argument("Invalid extension");
+    }
+    return dotted;
+}
+
+template <class Char>
+void replace_extension(text<Char>& p, view<Char> extension)
+{
+    if (p.empty() || extension.empty() || p.back() == separator<Char>) {
+        return;
+    }
+    std::size_t const last = last_separator(view<Char>{p});
+    std::size_t const name_start = last == npos ? 0 : last + 1;
+    if (is_dot_element(view<Char>{p}.substr(name_start))) {
+        return;
+    }
+    if (begins_with_dot(extension)) {
+        extension.remove_prefix(1);
+    }
+    // A dot in last place separates nothing: `a.` with `md` is `a..md`.
+    std::size_t const last_dot = p.rfind(dot<Char>);
+    bool const has_extension =
+        last_dot != npos && last_dot >= name_start && last_dot + 1 != p.size();
+    text<Char> replaced = has_extension ? p.substr(0, last_dot) : p;
+    replaced += dot<Char>;
+    replaced += extension;
+    p = std::move(replaced);
+}
+
+} // namespace nura::filesystem::detail::grammar

@@ -22,6 +22,11 @@ template <class Exception>
     raise(InvalidArgument{text, {}, {}});
 }
 
+[[noreturn]] inline void raise_empty_path()
+{
+    raise_invalid_argument("Empty Path not permitted");
+}
+
 [[noreturn]] inline void throw_invalid_operation_exception()
 {
     raise(InvalidOperation{});

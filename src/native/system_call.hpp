@@ -22,4 +22,15 @@ int call_on(std::string const& name, Call call, Arguments... arguments)
     return call(name.c_str(), arguments...);
 }
 
+/// The same for a system function of two names.
+template <class Call>
+int call_on(std::string const& first, std::string const& second, Call call)
+{
+    if (holds_nul(first) || holds_nul(second)) {
+        errno = EINVAL;
+        return -1;
+    }
+    return call(first.c_str(), second.c_str());
+}
+
 } // namespace nura::filesystem::posix::detail

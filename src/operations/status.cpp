@@ -1,12 +1,12 @@
 #include "operations/status.hpp"
 
 #include "errors/error_translation.hpp"
-#include "native/name_conversion.hpp"
 #include "native/system_call.hpp"
 #include "operations/string_overload.hpp"
 
 #include <filesystem/exceptions.hpp>
 #include <filesystem/operations.hpp>
+#include <filesystem/pathname_grammar.hpp>
 
 #include <boost/bind/bind.hpp>
 
@@ -132,10 +132,8 @@ bool exists_at(std::u16string const& p)
     if (p.empty()) {
         return false;
     }
-    return unless_missing(false, [&] {
-        return detail::native_exists(
-            posix::detail::to_filesystem_native_impl(p, posix::detail::native_encoding));
-    });
+    return unless_missing(
+        false, [&] { return detail::native_exists(detail::make_native_access_form(p)); });
 }
 
 file_status status_at(std::u16string const& p, detail::stat_call (*bind)(std::string const&))
@@ -144,8 +142,7 @@ file_status status_at(std::u16string const& p, detail::stat_call (*bind)(std::st
         return {};
     }
     return unless_missing(file_status{}, [&] {
-        std::string const native =
-            posix::detail::to_filesystem_native_impl(p, posix::detail::native_encoding);
+        std::string const native = detail::make_native_access_form(p);
         return detail::make_file_status(bind(native));
     });
 }
@@ -189,8 +186,7 @@ light_file_status status_express_light(std::u16string const& p)
     if (p.empty()) {
         return {};
     }
-    std::string const native =
-        posix::detail::to_filesystem_native_impl(p, posix::detail::native_encoding);
+    std::string const native = detail::make_native_access_form(p);
     struct stat found {};
     if (detail::stat_name(native, &found) != 0) {
         int const error = errno;

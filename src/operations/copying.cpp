@@ -1,0 +1,105 @@
+#include "errors/raise.hpp"
+#include "native/standard_path.hpp"
+#include "native/system_call.hpp"
+#include "operations/failure_attribution.hpp"
+#include "operations/tree_copy.hpp"
+
+#include <filesystem/operations.hpp>
+#include <filesystem/pathname_grammar.hpp>
+
+namespace nura::filesystem {
+
+namespace {
+
+using std::filesystem::copy_options;
+
+bool has_all(copy_options options, copy_options wanted)
+{
+    return (options & wanted) == wanted;
+}
+
+/// Refuses options that contradict one another, links first.
+void validate_copy_options(copy_options options)
+{
+    if (has_all(options, copy_options::copy_symlinks | copy_options::skip_symlinks)) {
+        detail::raise_invalid_argument("Invalid combination selected: copy_symlinks & "
+                                       "skip_symlinks cannot be used together");
+    }
+    constexpr auto skip = copy_options::skip_existing;
+    constexpr auto overwrite = copy_options::overwrite_existing;
+    constexpr auto update = copy_options::update_existing;
+    if (has_all(options, overwrite | update) || has_all(options, skip | overwrite) ||
+        has_all(options, skip | update)) {
+        // The option is called overwrite_existing; the text is fixed.
+        detail::raise_invalid_argument("Invalid combination selected: overwrite_if_exists, "
+                                       "skip_existing & update_existing cannot be used together");
+    }
+}
+
+/// What `copying` makes of the standard names of `from` and `to`.
+template <class Copying>
+void copy_by(path const& from, path const& to, copy_options options, Copying copying)
+{
+    validate_copy_options(options);
+    std::filesystem::path const source = detail::to_standard_path(from.pathname());
+    std::filesystem::path const target = detail::to_standard_path(to.pathname());
+    std::error_code error = detail::refusal_of(source, target);
+    if (!error) {
+        error = copying(source, target, options);
+    }
+    detail::raise_for_error_code(error, &from, &to);
+}
+
+std::error_code copy_one_file(std::filesystem::path const& from, std::filesystem::path const& to,
+                              copy_options options)
+{
+    std::error_code error;
+    std::filesystem::copy_file(from, to, options, error);
+    return error;
+}
+
+} // namespace
+
+void copy(path const& from, path const& to, copy_options options)
+{
+    copy_by(from, to, options, detail::copy_tree);
+}
+
+void copy(std::u16string const& from, std::u16string const& to, copy_options options)
+{
+    copy(path{from}, path{to}, options);
+}
+
+void copy_file(path const& from, path const& to, copy_options options)
+{
+    copy_by(from, to, options, copy_one_file);
+}
+
+void copy_file(std::u16string const& from, std::u16string const& to, copy_options options)
+{
+    copy_file(path{from}, path{to}, options);
+}
+
+void copy_directory(path const& from, path const& to)
+{
+    if (from.empty() || to.empty()) {
+        detail::raise_empty_path();
+    }
+    std::string const source = detail::make_native_access_form(from.pathname());
+    std::string const target = detail::make_native_access_form(to.pathname());
+    boost::system::error_code error;
+    if (posix::detail::holds_nul(source) || posix::detail::holds_nul(target)) {
+        error = boost::system::errc::make_error_code(boost::system::errc::invalid_argument);
+    } else {
+        // False without an error: the directory is there already, which is accepted silently.
+        static_cast<void>(boost::filesystem::create_directory(target, source, error));
+    }
+    detail::raise_for_boost_path_pair(error, from.pathname(), to.pathname());
+}
+
+void copy_directory(std::u16string const& from, std::u16string const& to)
+{
+    copy_directory(path{from}, path{to});
+}
+
+} // namespace nura::filesystem

@@ -285,6 +285,15 @@ NURA_FILESYSTEM_EXPORT void copy_symlink(path const& existing_link, path const& 
 NURA_FILESYSTEM_EXPORT void copy_symlink(std::u16string const& existing_link,
                                          std::u16string const& new_link);
 
+/// The text of the symbolic link `p` (`readlink`), whatever its length: a relative target stays
+/// relative to the link's directory. The string overload returns the text as it is stored, the
+/// other one in native form. Empty for the empty pathname.
+///
+/// \throws InvalidArgument (not a link), PathNotFound and the other types by the error number,
+///         with the pathname
+[[nodiscard]] NURA_FILESYSTEM_EXPORT path read_symlink(path const& p);
+[[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string read_symlink(std::u16string const& p);
+
 /// @}
 /// \name Copying
 /// @{
@@ -328,6 +337,67 @@ copy_file(std::u16string const& from, std::u16string const& to,
 /// \throws InvalidArgument or SystemError with `from`, and `to` in `other_pathnames()`
 NURA_FILESYSTEM_EXPORT void copy_directory(path const& from, path const& to);
 NURA_FILESYSTEM_EXPORT void copy_directory(std::u16string const& from, std::u16string const& to);
+
+/// @}
+/// \name Resolution
+/// An empty pathname gives an empty result. An empty base is the current directory, and a base
+/// is looked at only where `p` is relative.
+/// @{
+
+/// `p` behind `base`, without asking the file system: dot elements stay.
+///
+/// \throws InvalidArgument "Invalid Base Path", no pathname, if the base is relative; what
+///         `get_current_path` throws
+[[nodiscard]] NURA_FILESYSTEM_EXPORT path absolute(path const& p, path const& base = {});
+[[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string absolute(std::u16string const& p,
+                                                             std::u16string const& base = {});
+
+/// The one name of what `p` names, free of links and dot elements (`realpath`), whatever its
+/// length.
+///
+/// \throws PathNotFound without a pathname if nothing has this name, and where `p` or the base
+///         has no native name
+/// \throws InvalidArgument "Invalid Base Path", no pathname, if the base is relative
+/// \throws AccessDenied, SystemError (ELOOP) and the other types by the error number, with the
+///         absolute pathname; what `get_current_path` throws
+[[nodiscard]] NURA_FILESYSTEM_EXPORT path canonical(path const& p, path const& base = {});
+[[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string canonical(std::u16string const& p,
+                                                              std::u16string const& base = {});
+
+/// The canonical form of the longest leading part of `p` that exists, with the rest behind it.
+/// The rest is normalised only if "." or ".." is one of its elements.
+///
+/// An element of the rest, or one that is reached on the way there, that begins with '~' is
+/// expanded like a tail that is appended to a path; expanded to an absolute pathname it is
+/// refused.
+///
+/// \throws InvalidArgument "Absolute path not permitted", no pathname, for such an element
+/// \throws AccessDenied, SystemError (ELOOP) and the other types by the error number, with the
+///         pathname; a missing file is no failure
+[[nodiscard]] NURA_FILESYSTEM_EXPORT path weakly_canonical(path const& p);
+[[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string weakly_canonical(std::u16string const& p);
+
+/// The way to `p` from the directory `base`, by the weakly canonical forms of both: `../b/c`
+/// from `/a/d` to `/a/b/c`. Empty where there is none. The base is resolved first, even if `p`
+/// is empty.
+///
+/// \throws what `weakly_canonical` and `get_current_path` throw
+[[nodiscard]] NURA_FILESYSTEM_EXPORT path relative(path const& p, path const& base = {});
+[[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string relative(std::u16string const& p,
+                                                             std::u16string const& base = {});
+
+/// Whether two pathnames name the same file, symbolic links followed. The string overload does
+/// not bring its arguments into native form.
+///
+/// False if exactly one of them is empty, has no native name, or does not exist.
+///
+/// \throws InvalidArgument "Empty Path not permitted", no pathname, if both are empty
+/// \throws PathNotFound without a pathname if neither has a native name
+/// \throws the other types by the error number, as `copy_directory` does, with pathnames
+///         narrowed to the low byte of each unit
+[[nodiscard]] NURA_FILESYSTEM_EXPORT bool equivalent(path const& p1, path const& p2);
+[[nodiscard]] NURA_FILESYSTEM_EXPORT bool equivalent(std::u16string const& p1,
+                                                     std::u16string const& p2);
 
 /// @}
 /// \name Space, network names and shortcuts

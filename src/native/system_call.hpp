@@ -13,7 +13,8 @@ inline bool holds_nul(std::string const& name) noexcept
 /// Calls the system function `call` on `name`. A name that holds U+0000 is never cut short: it
 /// fails as if the system had answered EINVAL.
 template <class Call, class... Arguments>
-int call_on(std::string const& name, Call call, Arguments... arguments)
+auto call_on(std::string const& name, Call call, Arguments... arguments)
+    -> decltype(call(name.c_str(), arguments...))
 {
     if (holds_nul(name)) {
         errno = EINVAL;

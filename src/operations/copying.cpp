@@ -1,6 +1,5 @@
 #include "errors/raise.hpp"
 #include "native/standard_path.hpp"
-#include "native/system_call.hpp"
 #include "operations/failure_attribution.hpp"
 #include "operations/tree_copy.hpp"
 
@@ -87,10 +86,8 @@ void copy_directory(path const& from, path const& to)
     }
     std::string const source = detail::make_native_access_form(from.pathname());
     std::string const target = detail::make_native_access_form(to.pathname());
-    boost::system::error_code error;
-    if (posix::detail::holds_nul(source) || posix::detail::holds_nul(target)) {
-        error = boost::system::errc::make_error_code(boost::system::errc::invalid_argument);
-    } else {
+    boost::system::error_code error = detail::boost_refusal_of(source, target);
+    if (!error) {
         // False without an error: the directory is there already, which is accepted silently.
         static_cast<void>(boost::filesystem::create_directory(target, source, error));
     }

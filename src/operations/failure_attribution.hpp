@@ -1,5 +1,7 @@
 #pragma once
 
+#include "native/system_call.hpp"
+
 #include <filesystem/basic_path.hpp>
 
 #include <boost/system/error_code.hpp>
@@ -24,6 +26,16 @@ void raise_for_error_code(std::error_code const& error, path const* first, path 
 /// and both for ENOTDIR and ENOTEMPTY. The exception carries low bytes (`raise_for_boost_error`).
 void raise_for_boost_path_pair(boost::system::error_code const& error, std::u16string const& from,
                                std::u16string const& to);
+
+/// EINVAL if one of the native `names` holds U+0000, else no error: Boost.Filesystem would hand
+/// the system a name that is cut short.
+template <class... Names>
+boost::system::error_code boost_refusal_of(Names const&... names)
+{
+    bool const refused = (posix::detail::holds_nul(names) || ...);
+    return refused ? boost::system::errc::make_error_code(boost::system::errc::invalid_argument)
+                   : boost::system::error_code{};
+}
 
 /// Throws for an error of Boost.Filesystem; returns if there is none. The exception carries the
 /// pathnames narrowed to the low byte of each unit: users of these operations rely on it.

@@ -79,8 +79,10 @@ private:
     /// A directory whose entries are being removed.
     struct level {
         entry place;               ///< where it was found
-        directory_stream entries;  ///< holds it open
         std::size_t parent_length; ///< of the pathname of the directory above
+        directory_stream entries;  ///< holds it open
+        dev_t device;              ///< with `inode`, which directory it is
+        ino_t inode;
     };
 
     /// Goes down into the directory at `place`; `full_` is its pathname. What is no directory
@@ -94,14 +96,19 @@ private:
             full_.resize(parent_length);
             return;
         }
-        levels_.reserve(levels_.size() + 1); // a stream that is open must have its place
-        directory_stream entries{::fdopendir(held.number())};
-        if (entries == nullptr) {
+        struct stat found {};
+        level below{std::move(place), parent_length, nullptr, 0, 0};
+        if (::fstat(held.number(), &found) == 0) {
+            below.entries.reset(::fdopendir(held.number()));
+        }
+        if (below.entries == nullptr) {
             int const error = errno;
             throw_errno_exception(error, full_, {});
         }
         static_cast<void>(held.release()); // the stream owns it now
-        levels_.push_back({std::move(place), std::move(entries), parent_length});
+        below.device = found.st_dev;
+        below.inode = found.st_ino;
+        levels_.push_back(std::move(below));
     }
 
     /// Removes the next entry of the deepest level, goes down into it, or leaves the level.
@@ -147,12 +154,10 @@ private:
             return errno;
         }
         struct stat here {};
-        struct stat held {};
-        if (::fstat(again.number(), &here) != 0 ||
-            ::fstat(::dirfd(current.entries.get()), &held) != 0) {
+        if (::fstat(again.number(), &here) != 0) {
             return errno;
         }
-        return here.st_dev == held.st_dev && here.st_ino == held.st_ino ? 0 : ENOTDIR;
+        return here.st_dev == current.device && here.st_ino == current.inode ? 0 : ENOTDIR;
     }
 
     /// Closes the deepest level, whose walk ended with `error`, and removes its directory.

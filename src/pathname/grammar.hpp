@@ -5,9 +5,8 @@
 
 #include <filesystem/pathname_traits.hpp>
 
-#include <bit>
+#include <algorithm>
 #include <cstddef>
-#include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -72,66 +71,75 @@ template <class Char>
 bool is_native_form(view<Char> p, bool expand_tilde)
 {
     return !needs_tilde_expansion(p, expand_tilde) && !has_trailing_separator(p) &&
-           !has_doubled_separator(p);
+           first_doubled_separator(p) == npos;
 }
 
-/// Writes the `count` units at `from` to `to`; as many as `room` units may be read at `from` and
-/// written at `to`. Copies a group at a time, beyond `count` where there is room for it.
+/// Writes the `count` units at `from` to `to`, where as many as `room` units may be read and
+/// written. What is copied beyond `count`, for the sake of whole blocks, counts for nothing.
 template <class Char>
 void copy_units(Char const* from, std::size_t count, std::size_t room, Char* to)
 {
-    constexpr std::size_t step = 16 / sizeof(Char);
+    constexpr std::size_t block = 16 / sizeof(Char);
     std::size_t done = 0;
-    for (; done < count && done + step <= room; done += step) {
-        std::memcpy(to + done, from + done, step * sizeof(Char));
+    for (; done < count && done + block <= room; done += block) {
+        std::memcpy(to + done, from + done, block * sizeof(Char));
     }
     for (; done < count; ++done) {
         to[done] = from[done];
     }
 }
 
-/// Copies `p` to `to`, which has room for as many units, without the separators that follow
-/// another one. Returns how many units were kept.
 template <class Char>
-std::size_t copy_collapsed(view<Char> p, Char* to)
+view<Char> without_trailing_separator(view<Char> p)
 {
-    separator_scan<Char> scan{p};
-    std::size_t kept = 0;
-    std::size_t from = 0;
-    for (std::size_t start = 0; start < p.size(); start += group_length) {
-        for (std::uint32_t doubled = scan.doubled_in_group(start); doubled != 0;
-             doubled &= doubled - 1) {
-            std::size_t const dropped = start + static_cast<std::size_t>(std::countr_zero(doubled));
-            copy_units(p.data() + from, dropped - from, p.size() - from, to + kept);
-            kept += dropped - from;
-            from = dropped + 1;
-        }
-    }
-    copy_units(p.data() + from, p.size() - from, p.size() - from, to + kept);
-    return kept + p.size() - from;
+    return p.substr(0, p.size() - (has_trailing_separator(p) ? 1 : 0));
 }
 
-/// Native form without the tilde: allocates once, at the length of `p`.
+/// `p` without the separators that follow another one, of which `first` is the first, and
+/// without one at its end.
+template <class Char>
+[[gnu::noinline]] text<Char> collapsed_from(view<Char> p, std::size_t first)
+{
+    text<Char> form(p.data(), p.size());
+    std::size_t kept = first; // units of `form` that are in place
+    std::size_t from = first + 1;
+    auto const keep_until = [&](std::size_t end) {
+        copy_units(p.data() + from, end - from, p.size() - from, form.data() + kept);
+        kept += end - from;
+    };
+    visit_doubled_separators(p, from, true, [&](std::size_t dropped) {
+        keep_until(dropped);
+        from = dropped + 1;
+        return true;
+    });
+    keep_until(p.size());
+    form.resize(without_trailing_separator(view<Char>{form.data(), kept}).size());
+    return form;
+}
+
+/// Native form without the tilde: allocates once, at the length of `p`, and shortens at most
+/// once.
 template <class Char>
 text<Char> collapsed(view<Char> p)
 {
-    text<Char> form{p};
-    if (has_doubled_separator(p)) {
-        form.resize(copy_collapsed(p, form.data()));
+    std::size_t const first = first_doubled_separator(p);
+    if (first != npos) {
+        return collapsed_from(p, first);
     }
-    if (has_trailing_separator(view<Char>{form})) {
-        form.pop_back();
-    }
-    return form;
+    p = without_trailing_separator(p);
+    return text<Char>(p.data(), p.size()); // by far the cheapest of the constructors
+}
+
+template <class Char>
+[[gnu::noinline]] text<Char> with_home_directory(view<Char> p)
+{
+    return collapsed(view<Char>{constants<Char>::replace_tilde_with_home_dir(text<Char>{p})});
 }
 
 template <class Char>
 text<Char> native_form(view<Char> p, bool expand_tilde)
 {
-    if (needs_tilde_expansion(p, expand_tilde)) {
-        return collapsed(view<Char>{constants<Char>::replace_tilde_with_home_dir(text<Char>{p})});
-    }
-    return collapsed(p);
+    return needs_tilde_expansion(p, expand_tilde) ? with_home_directory(p) : collapsed(p);
 }
 
 template <class Char>

@@ -46,46 +46,68 @@ std::uint32_t separators_in_group(Char const* at)
 #endif
 }
 
-/// Looks at `p` in groups: `p[0, 16)`, `p[16, 32)` and so on.
+/// The separators of `p` from `start` on, where less than a group is left.
 template <class Char>
-class separator_scan {
-public:
-    explicit separator_scan(std::basic_string_view<Char> p) noexcept : p_{p} {}
-
-    /// The separators of the group that begins at `start`, a bit for each unit; none are set
-    /// for units behind the end of the text.
-    [[nodiscard]] std::uint32_t in_group(std::size_t start) const
-    {
-        std::size_t const left = p_.size() - start;
-        if (left >= group_length) {
-            return separators_in_group(p_.data() + start);
-        }
-        if (p_.size() >= group_length) {
-            // The last group reads units of the one before, too.
-            return separators_in_group(p_.data() + p_.size() - group_length) >>
-                   (group_length - left);
-        }
-        std::uint32_t bits = 0;
-        for (std::size_t i = 0; i < left; ++i) {
-            bits |= static_cast<std::uint32_t>(p_[start + i] == separator<Char>) << i;
-        }
-        return bits;
+std::uint32_t separators_at_end(std::basic_string_view<Char> p, std::size_t start)
+{
+    std::size_t const left = p.size() - start;
+    if (p.size() >= group_length) {
+        // The last group reads units of the one before, too.
+        return separators_in_group(p.data() + p.size() - group_length) >> (group_length - left);
     }
-
-    /// The separators of the group at `start` that follow another one. Groups must be visited
-    /// in order.
-    [[nodiscard]] std::uint32_t doubled_in_group(std::size_t start)
-    {
-        std::uint32_t const bits = in_group(start);
-        std::uint32_t const doubled = bits & (bits << 1 | before_);
-        before_ = bits >> (group_length - 1);
-        return doubled;
+    std::uint32_t bits = 0;
+    for (std::size_t i = 0; i < left; ++i) {
+        bits |= static_cast<std::uint32_t>(p[start + i] == separator<Char>) << i;
     }
+    return bits;
+}
 
-private:
-    std::basic_string_view<Char> p_;
-    std::uint32_t before_ = 0; ///< whether the group before ended in a separator
-};
+/// Of the separators of a group, those that follow another one. `last` says whether the group
+/// before ended in a separator, and is brought up to date.
+inline std::uint32_t doubled_in_group(std::uint32_t separators, std::uint32_t& last)
+{
+    std::uint32_t const doubled = separators & (separators << 1 | last);
+    last = separators >> (group_length - 1);
+    return doubled;
+}
+
+/// Calls `visit` with the position of each separator of `p`, from `start` on, that follows
+/// another one, in order, until it answers false. `last` says whether a separator stands before
+/// `start`.
+template <class Char, class Visit>
+void visit_doubled_separators(std::basic_string_view<Char> p, std::size_t start, bool after_one,
+                              Visit visit)
+{
+    std::uint32_t last = after_one ? 1 : 0;
+    for (; start + group_length <= p.size(); start += group_length) {
+        std::uint32_t doubled = doubled_in_group(separators_in_group(p.data() + start), last);
+        for (; doubled != 0; doubled &= doubled - 1) {
+            if (!visit(start + static_cast<std::size_t>(std::countr_zero(doubled)))) {
+                return;
+            }
+        }
+    }
+    if (start < p.size()) {
+        std::uint32_t doubled = doubled_in_group(separators_at_end(p, start), last);
+        for (; doubled != 0; doubled &= doubled - 1) {
+            if (!visit(start + static_cast<std::size_t>(std::countr_zero(doubled)))) {
+                return;
+            }
+        }
+    }
+}
+
+/// Where the first separator of `p` is that follows another one, or `npos`.
+template <class Char>
+std::size_t first_doubled_separator(std::basic_string_view<Char> p)
+{
+    std::size_t first = std::string_view::npos;
+    visit_doubled_separators(p, 0, false, [&](std::size_t at) {
+        first = at;
+        return false;
+    });
+    return first;
+}
 
 /// Where the first separator at or after `start` is, or the length of `p`.
 template <class Char>
@@ -116,18 +138,6 @@ std::size_t last_separator(std::basic_string_view<Char> p)
         }
     }
     return p.substr(0, end).rfind(separator<Char>);
-}
-
-/// True if a separator in `p` follows another one.
-template <class Char>
-bool has_doubled_separator(std::basic_string_view<Char> p)
-{
-    separator_scan<Char> scan{p};
-    std::uint32_t doubled = 0;
-    for (std::size_t start = 0; start < p.size(); start += group_length) {
-        doubled |= scan.doubled_in_group(start); // no way out early: pathnames are usually clean
-    }
-    return doubled != 0;
 }
 
 } // namespace nura::filesystem::detail::grammar

@@ -1,0 +1,126 @@
+"""The command-line client, from outside: nura_fs_test.py PATH_TO_NURA_FS"""
+import json
+import os
+import pty
+import signal
+import subprocess
+import sys
+import tempfile
+import unittest
+
+CLIENT = os.path.abspath(sys.argv.pop())
+
+
+class Client(unittest.TestCase):
+    def setUp(self):
+        self.root = self.enterContext(tempfile.TemporaryDirectory())
+        os.makedirs(self.at("été/文"))
+        for name in ("[a,b]", "++", "{}", "-x", "=", "exists", "a\nb", "été/文/x.tar.gz"):
+            with open(self.at(name), "w") as file:
+                file.write("12345")
+        for name, target in (("link", "été"), ("dangling", "gone"), ("loop", "loop")):
+            os.symlink(target, self.at(name))
+        self.environment = {**os.environ, "HOME": self.root, "TERM": "xterm"}
+        self.environment.pop("NO_COLOR", None)
+
+    def at(self, name):
+        return os.path.join(self.root, name)
+
+    def run_client(self, *arguments, stdin=b""):
+        done = subprocess.run([CLIENT, *arguments], input=stdin, capture_output=True,
+                              cwd=self.root, env=self.environment, timeout=60)
+        return done.returncode, done.stdout.decode(), done.stderr.decode()
+
+    def objects(self, *arguments, stdin=b""):
+        status, out, err = self.run_client(*arguments, stdin=stdin)
+        self.assertEqual("", err)
+        return status, [json.loads(line) for line in out.splitlines()]
+
+    def test_exit_statuses(self):
+        for arguments, expected in (
+                (["exists", "link", "~/été", "été//文/"], 0), (["explain", "gone"], 0),
+                (["exists", "link", "dangling"], 1), (["status", "gone"], 1),
+                (["status-light", "~"], 1), (["status-light", "link/文"], 0),
+                (["exists", "x" * 300, "gone"], 13), (["status", "++/x", "loop", b"\xe9"], 23),
+                (["exists", b"caf\xe9", "gone"], 2), (["exists", "--frob", "link"], 2),
+                (["exists"], 2), (["frob"], 2), ([], 2), (["--help"], 0), (["--version"], 0)):
+            self.assertEqual(expected, self.run_client(*arguments)[0], arguments)
+
+    def test_takes_names_literally(self):
+        names = ["[a,b]", "++", "{}", "=", "exists", "a\nb", "", "%%", "--", "-x"]
+        status, found = self.objects("exists", "--json", *names[:-2], "--", *names[-2:])
+        self.assertEqual((1, names), (status, [each["path"] for each in found]))
+        self.assertEqual(["", "%%", "--"], [each["path"] for each in found if not each["exists"]])
+
+    def test_reads_names_from_standard_input(self):
+        for options, given, names in (
+                ([], b"link\n\n++", ["link", "", "++"]), ([], b"", []),
+                (["-0"], b"a\nb\0link\0", ["a\nb", "link"]), ([], b"li\0nk\n", ["li\0nk"])):
+            _, found = self.objects("exists", "--json", *options, "gone", "-", stdin=given)
+            self.assertEqual(["gone", *names], [each["path"] for each in found])
+        status, found = self.objects("exists", "--json", "-", stdin=b"link\nno\xe9\n++\n")
+        self.assertEqual((2, ["link", None, "++"]), (status, [each["path"] for each in found]))
+        self.assertIn(r"2: 'no\xE9'", found[1]["error"]["description"])
+
+    def test_status(self):
+        os.chmod(self.at("++"), 0o5640)
+        os.utime(self.at("++"), ns=(0, -2_000))
+        _, (file, link) = self.objects("symlink-status", "--json", "++", "link")
+        for key, expected in (("type", "regular file"), ("permissions", "5640"), ("size", 5),
+                              ("permission_letters", "rwSr----T"),
+                              ("access_time", "1970-01-01T00:00:00.000000Z"),
+                              ("modification_time", "1969-12-31T23:59:59.999998Z")):
+            self.assertEqual(expected, file[key], key)
+        self.assertEqual("symbolic link", link["type"])
+
+    def test_explain(self):
+        _, (found,) = self.objects("explain", "--json", "~//link/文/x.tar.gz/")
+        native = self.at("link/文/x.tar.gz")
+        for key, expected in (("expanded", self.root + "//link/文/x.tar.gz/"), ("native", native),
+                              ("units", len(native)), ("bytes", len(native.encode())),
+                              ("parent", self.at("link/文")), ("filename", "x.tar.gz"),
+                              ("stem", "x.tar"), ("extension", "gz")):
+            self.assertEqual(expected, found[key], key)
+        self.assertRegex(found["hash"], "^[0-9a-f]{16}$")
+        self.assertEqual([{"element": "link", "found": "symbolic link", "target": "été",
+                           "leads_to": "directory"}, {"element": "文", "found": "directory"},
+                          {"element": "x.tar.gz", "found": "regular file"}], found["elements"][-3:])
+        self.assertIn("loop -> loop ('loop': too many", self.run_client("explain", "loop")[1])
+
+    def test_failures(self):
+        status, out, err = self.run_client("status", "++/x", "link")
+        self.assertEqual((18, "link\n"), (status, out[:5]))
+        self.assertEqual("nura-fs status: '++/x': not a directory [NotDirectoryError]\n", err)
+        _, found = self.objects("status-light", "--json", "loop", "link")
+        self.assertEqual({
+            "type": "SystemError", "kind": 13, "message_id": "nura:filesystem:SystemError",
+            "pathname": "loop", "other_pathnames": [""], "error_number": 40,
+            "description": "'loop': too many levels of symbolic links [SystemError 40]"},
+            found[0]["error"])
+        self.assertEqual("directory", found[1]["type"])
+
+    def test_lost_output(self):
+        for arguments in (["exists", "/"], ["status", "--json", "/dev/null/x"], ["--version"]):
+            with open("/dev/full", "wb") as full:
+                done = subprocess.run([CLIENT, *arguments], stdout=full, stderr=subprocess.PIPE)
+            self.assertEqual((3, True), (done.returncode, b"No space left" in done.stderr))
+        reader, writer = os.pipe()
+        os.close(reader)
+        done = subprocess.run([CLIENT, "--version"], stdout=writer, stderr=subprocess.PIPE,
+                              restore_signals=False)
+        os.close(writer)
+        self.assertEqual((-signal.SIGPIPE, b""), (done.returncode, done.stderr))
+
+    def test_colour_on_terminals_only(self):
+        for variable, option, coloured in (("A", "-0", True), ("NO_COLOR", "-0", False),
+                                           ("A", "--json", False)):
+            master, terminal = pty.openpty()
+            subprocess.run([CLIENT, "status", option, "/", "/dev/null/x"], stdout=terminal,
+                           stderr=terminal, env={**self.environment, variable: ""})
+            os.close(terminal)
+            self.assertEqual(coloured, b"\033[" in os.read(master, 9999))
+            os.close(master)
+        self.assertNotIn("\033[", "".join(self.run_client("status", "link", "++/x")[1:]))
+
+
+unittest.main()

@@ -20,10 +20,6 @@
 
 namespace nura::filesystem {
 
-namespace detail {
-struct native_form_access;
-} // namespace detail
-
 /// A bidirectional walk over the elements of a `path`: the root "/" if there is one, then the
 /// names between the separators. It yields views into the path and allocates nothing; changing
 /// or destroying the path ends its validity.
@@ -342,13 +338,11 @@ public:
     }
 
 private:
-    friend struct detail::native_form_access;
-
     struct in_native_form {};
 
     /// Takes text that is in native form already: the public constructors would expand a tilde
     /// a second time.
-    basic_path(in_native_form, string_type text, bool expand_tilde)
+    basic_path(in_native_form /*tag*/, string_type text, bool expand_tilde)
         : pathname_{std::move(text)}, expand_tilde_{expand_tilde}
     {
     }

@@ -161,8 +161,8 @@ private:
     /// While it grows, the root is what stands before the first separator: nothing.
     void drop_root()
     {
-        if (name_ == root) {
-            name_.clear();
+        if (name_.size() == 1) {
+            name_.clear(); // absolute and of one unit: no other name is
         }
     }
 

@@ -27,7 +27,7 @@ std::string message(nfs::FsysExceptionBase const& failure, catalogue const& text
         return nfs::describe(failure);
     }
     std::string text = entry->second;
-    return text.replace(text.find("{}"), 2, nfs::path{failure.pathname(), false}.display());
+    return text.replace(text.find("{}"), 2, nfs::path::display(failure.pathname()));
 }
 
 int main()

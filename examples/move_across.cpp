@@ -31,7 +31,7 @@ int main()
     try {
         nfs::rename(source, target);
     } catch (nfs::PathNotFound const& e) {
-        std::cout << "again: " << nfs::path{e.pathname()}.filename().size()
-                  << " units name what is missing\n";
+        std::cout << "again: " << nfs::path::display(nfs::path{e.pathname(), false}.filename())
+                  << " is missing\n";
     }
 }

@@ -11,7 +11,7 @@ int main()
     nfs::path const notes = nfs::path{u"/tmp//Notizen/été/"} / u"文.txt";
     std::cout << notes << " has " << notes.pathname().size() << " UTF-16 code units\n";
     for (std::u16string_view const element : notes) {
-        std::cout << "  " << nfs::path{element} << '\n';
+        std::cout << "  " << nfs::path::display(element) << '\n';
     }
     std::cout << "exists: " << std::boolalpha << nfs::exists(notes) << '\n';
     try {

@@ -17,7 +17,8 @@ int main()
         std::cout << so_far << '\n';
     }
     for (auto element = p.rbegin(); element != p.rend(); ++element) {
-        std::cout << nfs::path{*element} << (std::next(element) == p.rend() ? "\n" : " < ");
+        std::cout << nfs::path::display(*element)
+                  << (std::next(element) == p.rend() ? "\n" : " < ");
     }
-    std::cout << nfs::path{p.stem()} << " + " << nfs::path{p.extension()} << '\n';
+    std::cout << nfs::path::display(p.stem()) << " + " << nfs::path::display(p.extension()) << '\n';
 }

@@ -7,6 +7,9 @@
 #include "path_traits.hpp"
 #include "pathname_grammar.hpp"
 
+#if __has_include(<compare>)
+#    include <compare>
+#endif
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -114,7 +117,8 @@ private:
 /// `path`.
 ///
 /// The text has no doubled separators and no trailing one, except for "/" itself; "." and ".."
-/// stay as written. Nothing in this type asks the file system anything.
+/// stay as written. Nothing in this type looks at files; the expansion of a tilde reads `HOME` or
+/// the password database.
 ///
 /// Where a member returns text of the path, it returns a view that lives as long as the path is
 /// neither changed nor destroyed; on a temporary path it returns a string instead.
@@ -163,6 +167,10 @@ public:
     {
     }
 
+    /// The switch is a `bool` and nothing that merely converts to one, such as a second text.
+    template <class Text, class Switch, std::enable_if_t<!std::is_same_v<Switch, bool>, int> = 0>
+    basic_path(Text const& text, Switch expand_tilde) = delete;
+
     /// The path that a standard path names. The standard knows no tilde: none is expanded, and
     /// the switch of the result is off. Any other type that converts to a standard path, narrow
     /// text above all, is not accepted.
@@ -178,11 +186,16 @@ public:
     ///
     /// \throws InvalidArgument "Text is not valid UTF-8" with the decoded text as pathname,
     ///         U+FFFD in place of each undecodable byte
+    /// \throws InvalidArgument "No converter for UTF-8", no pathname, where the system gives none:
+    ///         the first conversion of a thread needs a descriptor
     [[nodiscard]] static basic_path from_utf8(std::string_view text, bool expand_tilde = true);
+    template <class Switch, std::enable_if_t<!std::is_same_v<Switch, bool>, int> = 0>
+    static basic_path from_utf8(std::string_view text, Switch expand_tilde) = delete;
 
     /// The text, in native form.
     [[nodiscard]] string_type const& pathname() const& noexcept { return pathname_; }
     [[nodiscard]] string_type pathname() && { return std::move(pathname_); }
+    [[nodiscard]] string_type pathname() const&& { return pathname_; }
 
     /// Whether a tail that is appended has a leading tilde expanded.
     [[nodiscard]] bool expand_tilde() const noexcept { return expand_tilde_; }
@@ -192,7 +205,7 @@ public:
     /// \name Conversion
     /// @{
 
-    /// The text in UTF-8, exactly: it converts back to the same path.
+    /// The text in UTF-8, exactly: `from_utf8` with `expand_tilde` false gives the same path back.
     ///
     /// \throws InvalidArgument "Text is not valid UTF-16" with the pathname, if a surrogate is
     ///         unpaired
@@ -201,6 +214,9 @@ public:
     /// The text in UTF-8 for people: control units (U+0000 to U+001F, U+007F to U+009F) and
     /// unpaired surrogates appear as `\u` and four upper-case hexadecimal digits.
     [[nodiscard]] std::string display() const;
+
+    /// `text`, such as an element, in the same form.
+    [[nodiscard]] static std::string display(string_view_type text);
 
     /// The standard path of the same name.
     ///
@@ -236,32 +252,39 @@ public:
 
     /// The last element: "/" for "/".
     [[nodiscard]] string_view_type filename() const& noexcept;
-    [[nodiscard]] string_type filename() && { return string_type(std::as_const(*this).filename()); }
+    [[nodiscard]] string_type filename() const&&
+    {
+        return string_type(static_cast<basic_path const&>(*this).filename());
+    }
 
     /// The filename before its last '.': empty for `.profile`.
     [[nodiscard]] string_view_type stem() const& noexcept;
-    [[nodiscard]] string_type stem() && { return string_type(std::as_const(*this).stem()); }
+    [[nodiscard]] string_type stem() const&&
+    {
+        return string_type(static_cast<basic_path const&>(*this).stem());
+    }
 
     /// The filename after its last '.', without the dot: `profile` for `.profile`.
     [[nodiscard]] string_view_type extension() const& noexcept;
-    [[nodiscard]] string_type extension() &&
+    [[nodiscard]] string_type extension() const&&
     {
-        return string_type(std::as_const(*this).extension());
+        return string_type(static_cast<basic_path const&>(*this).extension());
     }
 
     /// Parent, filename, stem and extension at once, by `extract_pathname_elements`, whose stem
     /// and extension differ for names that end in a dot.
     [[nodiscard]] detail::pathname_elements elements() const;
 
-    /// The elements in order, as `move_down` and `move_up` visit them.
+    /// The elements in order, as `move_down` and `move_up` visit them. They are text: appended to a
+    /// path whose switch is on, one that begins with '~' is expanded.
     [[nodiscard]] const_iterator begin() const& { return const_iterator::first_of(pathname_); }
     [[nodiscard]] const_iterator end() const& { return const_iterator::end_of(pathname_); }
     [[nodiscard]] const_reverse_iterator rbegin() const& { return const_reverse_iterator{end()}; }
     [[nodiscard]] const_reverse_iterator rend() const& { return const_reverse_iterator{begin()}; }
-    const_iterator begin() && = delete;
-    const_iterator end() && = delete;
-    const_reverse_iterator rbegin() && = delete;
-    const_reverse_iterator rend() && = delete;
+    const_iterator begin() const&& = delete;
+    const_iterator end() const&& = delete;
+    const_reverse_iterator rbegin() const&& = delete;
+    const_reverse_iterator rend() const&& = delete;
 
     /// @}
     /// \name Change
@@ -284,7 +307,11 @@ public:
     ///
     /// \throws InvalidArgument "Invalid extension", no pathname, if `extension` is ".", begins
     ///         with two dots or holds a '/'; the path is then unchanged
-    basic_path& replace_extension(string_type const& extension);
+    basic_path& replace_extension(string_view_type extension);
+
+    /// Removes the extension with its dot, where `replace_extension` would replace one, unless
+    /// nothing would be left of the filename: `a.txt` becomes `a`, `.profile` stays.
+    basic_path& remove_extension();
 
     void swap(basic_path& other) noexcept
     {
@@ -326,10 +353,23 @@ public:
     friend bool operator<=(basic_path const& a, basic_path const& b) noexcept { return !(b < a); }
     friend bool operator>=(basic_path const& a, basic_path const& b) noexcept { return !(a < b); }
 
-    friend void swap(basic_path& a, basic_path& b) noexcept { a.swap(b); }
+#if defined(__cpp_lib_three_way_comparison)
+    friend std::strong_ordering operator<=>(basic_path const& a, basic_path const& b) noexcept
+    {
+        return a.pathname_ <=> b.pathname_;
+    }
+#endif
+
+    friend void swap(basic_path& a, basic_path& b) noexcept
+    {
+        a.swap(b);
+    }
 
     /// For `boost::hash` and containers that find it by argument-dependent lookup.
-    friend std::size_t hash_value(basic_path const& p) noexcept { return p.hash(); }
+    friend std::size_t hash_value(basic_path const& p) noexcept
+    {
+        return p.hash();
+    }
 
     /// Writes `display()`.
     friend std::ostream& operator<<(std::ostream& out, basic_path const& p)

@@ -15,7 +15,7 @@ namespace nura::filesystem {
 /// For the library's own exceptions: the pathnames as `path::display` prints them, the reason,
 /// and in brackets the type with the error number where it has one. `fallback` stands in where
 /// the exception carries no pathname. For any other exception: `fallback` if it is not empty,
-/// and the text of `what()`.
+/// and the text of `what()`, control bytes escaped.
 ///
 /// \code
 /// '/a/b': no such file or directory [PathNotFound]

@@ -26,7 +26,7 @@
 
 namespace nura::filesystem {
 
-/// What all exceptions of the library have in common. Immutable after construction.
+/// What all exceptions of the library have in common.
 class NURA_FILESYSTEM_EXPORT FsysExceptionBase : public std::exception {
 public:
     FsysExceptionBase(FsysExceptionBase const&) = default;

@@ -181,13 +181,15 @@ struct element_position {
 [[nodiscard]] inline element_position next_element(std::u16string_view p, std::size_t root_length,
                                                    element_position at)
 {
-    std::size_t const end = at.start + at.length;
-    if (end >= p.size()) {
-        return {std::max(at.start, p.size()), 0};
+    if (at.start >= p.size()) {
+        return {at.start, 0};
+    }
+    if (at.length >= p.size() - at.start) {
+        return {p.size(), 0};
     }
     // No separator follows the root: it is one.
     bool const at_root = at.start == 0 && root_length != 0;
-    return element_from(p, at_root ? std::min(root_length, p.size()) : end + 1);
+    return element_from(p, at_root ? std::min(root_length, p.size()) : at.start + at.length + 1);
 }
 
 /// The element before the one that starts at `pos`, which is not 0.

@@ -2,6 +2,7 @@
 #include <filesystem/exceptions.hpp>
 
 #include "native/display.hpp"
+#include "native/unit_escape.hpp"
 
 #include <cstring>
 #include <string_view>
@@ -47,8 +48,7 @@ kind_words words_for(FsysExceptionBase const& failure)
 std::string system_text(int error)
 {
     if (error == 0) {
-        return "failed without an error number (a source that could not be removed after its copy "
-               "was complete)";
+        return "no error number (of a move: the copy is complete, the source is not removed)";
     }
     char const* const description = ::strerrordesc_np(error);
     if (description == nullptr) {
@@ -60,6 +60,21 @@ std::string system_text(int error)
         text[0] = static_cast<char>(text[0] - 'A' + 'a');
     }
     return text;
+}
+
+/// Text from elsewhere on one line: control bytes are escaped.
+std::string on_one_line(std::string_view text)
+{
+    std::string line;
+    for (char const byte : text) {
+        auto const unit = static_cast<unsigned char>(byte);
+        if (unit < 0x20 || unit == 0x7F) {
+            detail::append_escaped(line, unit);
+        } else {
+            line += byte;
+        }
+    }
+    return line;
 }
 
 std::string quoted(std::u16string const& pathname)
@@ -88,7 +103,7 @@ std::string reason_of(FsysExceptionBase const& failure, kind_words const& words)
     std::string reason{words.reason};
     auto const* const argument = dynamic_cast<InvalidArgument const*>(&failure);
     if (argument != nullptr && !argument->text().empty()) {
-        reason += ": " + argument->text();
+        reason += ": " + on_one_line(argument->text());
     }
     return reason;
 }
@@ -104,7 +119,8 @@ std::string describe(std::exception const& failure, std::u16string const& fallba
 {
     auto const* const ours = dynamic_cast<FsysExceptionBase const*>(&failure);
     if (ours == nullptr) {
-        return after(fallback.empty() ? std::string{} : quoted(fallback), failure.what());
+        return after(fallback.empty() ? std::string{} : quoted(fallback),
+                     on_one_line(failure.what()));
     }
     kind_words const words = words_for(*ours);
     std::string line = after(pathnames_of(*ours, fallback), reason_of(*ours, words));

@@ -1,6 +1,6 @@
 #include <filesystem/exceptions.hpp>
 
-#include "native/display.hpp"
+#include "native/unit_escape.hpp"
 
 namespace nura::filesystem {
 

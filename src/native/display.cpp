@@ -1,6 +1,7 @@
 #include "native/display.hpp"
 
 #include "native/name_conversion.hpp"
+#include "native/unit_escape.hpp"
 
 #include <cstddef>
 

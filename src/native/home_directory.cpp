@@ -1,4 +1,3 @@
-#include <filesystem/pathname_grammar.hpp>
 #include <filesystem/pathname_traits.hpp>
 
 #include <pwd.h>
@@ -74,22 +73,5 @@ pathname_traits<char16_t>::replace_tilde_with_home_dir(std::u16string const& pat
     return from_filesystem(
         pathname_traits<char>::replace_tilde_with_home_dir(to_filesystem(pathname)));
 }
-
-namespace detail {
-
-std::u16string make_expanded_path(std::u16string const& p, bool no_expansion)
-{
-    return no_expansion ? p : pathname_traits<char16_t>::replace_tilde_with_home_dir(p);
-}
-
-bool is_absolute_path_when_expanded(std::u16string const& p, bool no_expansion)
-{
-    if (p.empty() || no_expansion || p.front() != pathname_traits<char16_t>::TILDE_CHARACTER) {
-        return is_absolute(p);
-    }
-    return is_absolute(pathname_traits<char16_t>::replace_tilde_with_home_dir(p));
-}
-
-} // namespace detail
 
 } // namespace nura::filesystem

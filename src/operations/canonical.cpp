@@ -61,9 +61,6 @@ std::u16string canonical_of(std::u16string const& p, std::u16string const& base)
 /// is found by asking for each part in turn, from the front.
 path weakly_canonical_by_parts(path const& p)
 {
-    if (exists(p)) {
-        return canonical(p);
-    }
     path built;
     auto element = p.begin();
     for (; element != p.end(); ++element) {
@@ -127,7 +124,7 @@ finding resolve(std::string& name)
         name = resolved.get();
         return finding::plain;
     }
-    return errno == ENOENT || errno == ENOTDIR ? finding::missing : finding::failure;
+    return finding::failure;
 }
 
 /// A canonical name that grows by one element at a time.
@@ -169,15 +166,27 @@ private:
     std::string name_;
 };
 
+/// The native name of the current directory, or nothing if it has none any more: a pathname of
+/// which nothing exists does not need it.
+std::string current_directory_or_empty()
+{
+    try {
+        return detail::get_cwd_mt();
+    } catch (FsysExceptionBase const&) {
+        return {};
+    }
+}
+
 /// The weakly canonical form of a plain `p` by a single walk: each element is looked at once,
 /// behind the canonical name of what stands before it. Nothing where anything but a missing
-/// element stops the walk: `weakly_canonical_by_parts` finds out what to report.
+/// element stops the walk: `weakly_canonical_by_parts` finds out what it means.
 std::optional<path> weakly_canonical_by_one_walk(path const& p)
 {
     std::string const native = detail::make_native_access_form(p.pathname());
-    std::string const start = p.is_absolute() ? std::string{} : detail::get_cwd_mt();
-    if (start.size() + native.size() >= PATH_MAX) {
-        return std::nullopt; // some part of it is too long for the system
+    std::string const start = p.is_absolute() ? std::string{} : current_directory_or_empty();
+    bool const too_long = start.size() + native.size() >= PATH_MAX;
+    if (native.empty() || too_long || (start.empty() && p.is_relative())) {
+        return std::nullopt;
     }
     canonical_walk walk{start};
     bool anything_found = p.is_absolute(); // the root
@@ -203,6 +212,9 @@ std::optional<path> weakly_canonical_by_one_walk(path const& p)
 
 path weakly_canonical_of(path const& p)
 {
+    if (exists(p)) {
+        return canonical(p);
+    }
     if (is_plain(p)) {
         if (std::optional<path> const form = weakly_canonical_by_one_walk(p)) {
             return *form;

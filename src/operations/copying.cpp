@@ -49,11 +49,19 @@ void copy_by(path const& from, path const& to, copy_options options, Copying cop
     detail::raise_for_error_code(error, &from, &to);
 }
 
+/// `std::filesystem::copy_file`, and EIO where it says that a file is copied and the copy is
+/// shorter: libstdc++ loses a write error behind the first block.
 std::error_code copy_one_file(std::filesystem::path const& from, std::filesystem::path const& to,
                               copy_options options)
 {
     std::error_code error;
-    std::filesystem::copy_file(from, to, options, error);
+    if (std::filesystem::copy_file(from, to, options, error)) {
+        std::error_code unknown;
+        auto const written = std::filesystem::file_size(to, unknown);
+        if (!unknown && written < std::filesystem::file_size(from, unknown) && !unknown) {
+            error = std::make_error_code(std::errc::io_error);
+        }
+    }
     return error;
 }
 

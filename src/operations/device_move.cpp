@@ -1,10 +1,10 @@
 #include "operations/device_move.hpp"
 
-#include "native/handles.hpp"
 #include "operations/failure_attribution.hpp"
 #include "operations/tree_copy.hpp"
 
-#include <fcntl.h>
+#include <filesystem/pathname_traits.hpp>
+
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -15,41 +15,43 @@ namespace nura::filesystem::detail {
 namespace {
 
 namespace stdfs = std::filesystem;
-using posix::detail::descriptor;
-
-constexpr int any_directory = O_PATH | O_DIRECTORY | O_CLOEXEC;
 
 bool same_file(struct stat const& a, struct stat const& b)
 {
     return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
 }
 
-/// Whether `top` is the directory `at` or one above it. Follows ".." and not the name, so that a
-/// mount in between hides nothing.
-bool is_at_or_above(struct stat const& top, descriptor at)
+bool is_directory(stdfs::path const& p, struct stat& found)
 {
-    struct stat here {};
-    struct stat below {};
-    while (at && ::fstat(at.number(), &here) == 0) {
-        if (same_file(here, top)) {
+    return ::lstat(p.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+}
+
+/// Whether `place` is the directory `tree` or one in it, those on file systems that are mounted
+/// there included.
+bool holds_directory(stdfs::path const& tree, struct stat const& place)
+{
+    struct stat found {};
+    if (is_directory(tree, found) && same_file(found, place)) {
+        return true;
+    }
+    std::error_code unreadable; // the copy reports it
+    stdfs::recursive_directory_iterator entry{tree, unreadable};
+    for (; !unreadable && entry != stdfs::recursive_directory_iterator{};
+         entry.increment(unreadable)) {
+        if (is_directory(entry->path(), found) && same_file(found, place)) {
             return true;
         }
-        if (same_file(here, below)) {
-            return false; // the root is its own parent
-        }
-        below = here;
-        at = descriptor{::openat(at.number(), "..", any_directory)};
     }
     return false;
 }
 
-/// Whether the directory `source` would become a part of itself: possible where a file system is
+/// Whether the directory `from` would become a part of itself: possible where a file system is
 /// mounted below it.
-bool moves_into_itself(struct stat const& source, stdfs::path const& to)
+bool moves_into_itself(stdfs::path const& from, stdfs::path const& to)
 {
-    stdfs::path const parent = to.has_parent_path() ? to.parent_path() : stdfs::path{"."};
-    return S_ISDIR(source.st_mode) &&
-           is_at_or_above(source, descriptor{::open(parent.c_str(), any_directory)});
+    struct stat parent {};
+    stdfs::path const above = to.has_parent_path() ? to.parent_path() : stdfs::path{"."};
+    return ::stat(above.c_str(), &parent) == 0 && holds_directory(from, parent);
 }
 
 /// The error number with which a move within one file system would refuse `to`, and EEXIST where
@@ -71,14 +73,59 @@ int refusal_by_target(struct stat const& source, stdfs::path const& to)
     return unreadable ? unreadable.value() : empty ? 0 : ENOTEMPTY;
 }
 
+/// Whether `p` stands for a directory without naming its entry; the system moves no such thing.
+bool names_no_entry(stdfs::path const& p)
+{
+    stdfs::path const last = p.filename();
+    return last.empty() || last == pathname_traits<char>::CURRENT_DIRECTORY ||
+           last == pathname_traits<char>::PARENT_DIRECTORY;
+}
+
 int refusal(stdfs::path const& from, stdfs::path const& to)
 {
     struct stat source {};
+    if (names_no_entry(from) || names_no_entry(to)) {
+        return EBUSY;
+    }
     if (::lstat(from.c_str(), &source) != 0) {
         return errno;
     }
-    int const by_target = refusal_by_target(source, to);
-    return by_target == 0 && moves_into_itself(source, to) ? EINVAL : by_target;
+    if (S_ISDIR(source.st_mode) && moves_into_itself(from, to)) {
+        return EINVAL;
+    }
+    return refusal_by_target(source, to);
+}
+
+/// Whether `to` is of the type of `from` and, for a regular file, of its size.
+bool looks_copied(stdfs::path const& from, stdfs::path const& to)
+{
+    struct stat source {};
+    struct stat copy {};
+    return ::lstat(from.c_str(), &source) == 0 && ::lstat(to.c_str(), &copy) == 0 &&
+           (source.st_mode & S_IFMT) == (copy.st_mode & S_IFMT) &&
+           (!S_ISREG(source.st_mode) || source.st_size == copy.st_size);
+}
+
+/// Whether all of `from` arrived at `to`. The standard library loses a write error behind the
+/// first block of a file, and passes over a directory that somebody else makes while it copies:
+/// both come back as success, and the source would be removed.
+bool is_complete_copy(stdfs::path const& from, stdfs::path const& to)
+{
+    if (!looks_copied(from, to)) {
+        return false;
+    }
+    struct stat source {};
+    if (!is_directory(from, source)) {
+        return true;
+    }
+    std::error_code error;
+    stdfs::recursive_directory_iterator entry{from, error};
+    for (; !error && entry != stdfs::recursive_directory_iterator{}; entry.increment(error)) {
+        if (!looks_copied(entry->path(), to / entry->path().lexically_relative(from))) {
+            return false;
+        }
+    }
+    return !error;
 }
 
 /// Links are passed over: they keep the times that the copy gave them, and the files that they
@@ -121,6 +168,9 @@ void move_across_devices(std::string const& from, std::string const& to,
         source, target, stdfs::copy_options::recursive | stdfs::copy_options::copy_symlinks);
     if (copy_error) {
         raise_for_path_pair(copy_error.value(), from, to);
+    }
+    if (!is_complete_copy(source, target)) {
+        raise_for_path_pair(EIO, from, to);
     }
     if (preserve_last_write_time) {
         carry_over_modification_times(source, target);

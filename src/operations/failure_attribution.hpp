@@ -6,6 +6,7 @@
 
 #include <boost/system/error_code.hpp>
 
+#include <filesystem>
 #include <string>
 #include <system_error>
 
@@ -26,6 +27,15 @@ void raise_for_error_code(std::error_code const& error, path const* first, path 
 /// and both for ENOTDIR and ENOTEMPTY. The exception carries low bytes (`raise_for_boost_error`).
 void raise_for_boost_path_pair(boost::system::error_code const& error, std::u16string const& from,
                                std::u16string const& to);
+
+/// EINVAL if one of `names` holds U+0000, else no error: the standard library would hand the
+/// system a name that is cut short.
+template <class... Paths>
+std::error_code refusal_of(Paths const&... names)
+{
+    bool const refused = (posix::detail::holds_nul(names.native()) || ...);
+    return refused ? std::make_error_code(std::errc::invalid_argument) : std::error_code{};
+}
 
 /// EINVAL if one of the native `names` holds U+0000, else no error: Boost.Filesystem would hand
 /// the system a name that is cut short.

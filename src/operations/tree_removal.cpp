@@ -226,9 +226,12 @@ void remove_tree(std::string const& native)
     }
     std::string const parent = separator == std::string::npos ? constants::CURRENT_DIRECTORY
                                                               : native.substr(0, separator + 1);
+    if (native.size() >= PATH_MAX) {
+        throw_errno_exception(ENAMETOOLONG, native, {}); // as for the name in one piece
+    }
     descriptor const holder{::open(parent.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)};
-    if (!holder || native.size() >= PATH_MAX) {
-        int const error = holder ? ENAMETOOLONG : errno;
+    if (!holder) {
+        int const error = errno;
         if (error == ENOENT) {
             raise(PathNotFound{{}});
         }

@@ -14,7 +14,10 @@ basic_path<N, C, T> basic_path<N, C, T>::from_utf8(std::string_view text, bool e
 {
     std::string const bytes{text};
     string_type const units = pathname_traits<C>::from_filesystem(bytes);
-    if (pathname_traits<C>::to_filesystem(units) != bytes) {
+    if (units.empty() && !bytes.empty()) {
+        detail::raise_invalid_argument("No converter for UTF-8");
+    }
+    if (detail::to_standard_path(units).native() != bytes) {
         detail::raise(InvalidArgument{"Text is not valid UTF-8", units, {}});
     }
     return basic_path{units, expand_tilde};
@@ -26,13 +29,19 @@ std::string basic_path<N, C, T>::to_utf8() const
     if (!detail::is_well_formed(pathname_)) {
         detail::raise(InvalidArgument{"Text is not valid UTF-16", pathname_, {}});
     }
-    return pathname_traits<C>::to_filesystem(pathname_);
+    return detail::to_standard_path(pathname_).native(); // needs no converter of this thread
 }
 
 template <class N, class C, class T>
 std::string basic_path<N, C, T>::display() const
 {
     return detail::display_form(pathname_);
+}
+
+template <class N, class C, class T>
+std::string basic_path<N, C, T>::display(string_view_type text)
+{
+    return detail::display_form(text);
 }
 
 template <class N, class C, class T>
@@ -124,9 +133,16 @@ basic_path<N, C, T>& basic_path<N, C, T>::remove_filename()
 }
 
 template <class N, class C, class T>
-basic_path<N, C, T>& basic_path<N, C, T>::replace_extension(string_type const& extension)
+basic_path<N, C, T>& basic_path<N, C, T>::replace_extension(string_view_type extension)
 {
-    grammar::replace_extension(pathname_, string_view_type{extension});
+    grammar::replace_extension(pathname_, extension);
+    return *this;
+}
+
+template <class N, class C, class T>
+basic_path<N, C, T>& basic_path<N, C, T>::remove_extension()
+{
+    grammar::remove_extension(pathname_);
     return *this;
 }
 

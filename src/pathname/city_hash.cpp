@@ -43,23 +43,24 @@ struct pair {
 /// more than one byte is read.
 class bytes {
 public:
-    explicit bytes(std::u16string_view text) noexcept : units_{text.data()}, size_{2 * text.size()}
+    explicit bytes(std::u16string_view text) noexcept
+        : units_{text.data()}, size_{word64{2} * text.size()}
     {
     }
 
-    [[nodiscard]] std::size_t size() const { return size_; }
+    [[nodiscard]] word64 size() const { return size_; }
 
-    [[nodiscard]] std::uint32_t byte(std::size_t at) const
+    [[nodiscard]] std::uint32_t byte(word64 at) const
     {
         return (static_cast<std::uint32_t>(units_[at / 2]) >> (8 * (at % 2))) & 0xFFU;
     }
 
-    [[nodiscard]] std::uint32_t word32(std::size_t at) const { return load<std::uint32_t>(at); }
-    [[nodiscard]] word64 word(std::size_t at) const { return load<word64>(at); }
+    [[nodiscard]] std::uint32_t word32(word64 at) const { return load<std::uint32_t>(at); }
+    [[nodiscard]] word64 word(word64 at) const { return load<word64>(at); }
 
 private:
     template <class Word>
-    [[nodiscard]] Word load(std::size_t at) const
+    [[nodiscard]] Word load(word64 at) const
     {
         char16_t const* const units = units_ + at / 2;
         Word word = 0;
@@ -74,10 +75,10 @@ private:
     }
 
     char16_t const* units_;
-    std::size_t size_;
+    word64 size_;
 };
 
-pair weak(bytes const& s, std::size_t at, word64 a, word64 b)
+pair weak(bytes const& s, word64 at, word64 a, word64 b)
 {
     a += s.word(at);
     b = rotate(b + a + s.word(at + 24), 21);
@@ -90,7 +91,7 @@ pair weak(bytes const& s, std::size_t at, word64 a, word64 b)
 
 word64 hash_0_to_16(bytes const& s)
 {
-    std::size_t const n = s.size();
+    word64 const n = s.size(); // 64 bits wide on every platform, and so is what is added to it
     if (n > 8) {
         word64 const a = s.word(0);
         word64 const b = s.word(n - 8);
@@ -110,7 +111,7 @@ word64 hash_0_to_16(bytes const& s)
 
 word64 hash_17_to_32(bytes const& s)
 {
-    std::size_t const n = s.size();
+    word64 const n = s.size();
     word64 const a = s.word(0) * k1;
     word64 const b = s.word(8);
     word64 const c = s.word(n - 8) * k2;
@@ -132,7 +133,7 @@ pair fold(word64 a, word64 z, word64 second, word64 third)
 
 word64 hash_33_to_64(bytes const& s)
 {
-    std::size_t const n = s.size();
+    word64 const n = s.size();
     word64 const z = s.word(24);
     pair const v = fold(s.word(0) + (n + s.word(n - 16)) * k0, z, s.word(8), s.word(16));
     pair const w =
@@ -143,15 +144,15 @@ word64 hash_33_to_64(bytes const& s)
 
 word64 hash_above_64(bytes const& s)
 {
-    std::size_t const n = s.size();
+    word64 const n = s.size();
     word64 x = s.word(n - 40);
     word64 y = s.word(n - 16) + s.word(n - 56);
     word64 z = mix(s.word(n - 48) + n, s.word(n - 24));
     pair v = weak(s, n - 64, n, z);
     pair w = weak(s, n - 32, y + k1, x);
     x = x * k1 + s.word(0);
-    std::size_t const blocks_end = (n - 1) & ~std::size_t{63};
-    for (std::size_t at = 0; at < blocks_end; at += 64) {
+    word64 const blocks_end = (n - 1) & ~word64{63};
+    for (word64 at = 0; at < blocks_end; at += 64) {
         x = rotate(x + y + v.first + s.word(at + 8), 37) * k1;
         y = rotate(y + v.second + s.word(at + 48), 42) * k1;
         x ^= w.second;

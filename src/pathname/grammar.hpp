@@ -12,7 +12,7 @@
 #include <string_view>
 
 /// The pathname grammar, written once for both character types and on views. What is exported
-/// is a wrapper around this, and only here do '/', '.' and '~' have a meaning.
+/// is a wrapper around this; what the public headers need inline stands in `pathname_grammar.hpp`.
 namespace nura::filesystem::detail::grammar {
 
 template <class Char>
@@ -220,25 +220,41 @@ bool begins_with_dot(view<Char> extension)
     return dotted;
 }
 
+/// Where the dot stands that begins the extension to be replaced in `p`, or `npos`. A dot in last
+/// place begins none: `a.` with `md` is `a..md`. `name` is the filename.
+template <class Char>
+std::size_t extension_dot(view<Char> p, view<Char> name)
+{
+    std::size_t const last_dot = name.rfind(dot<Char>);
+    return last_dot == npos || last_dot + 1 == name.size() || is_dot_element(name)
+               ? npos
+               : p.size() - name.size() + last_dot;
+}
+
+template <class Char>
+void remove_extension(text<Char>& p)
+{
+    view<Char> const name = filename(view<Char>{p});
+    std::size_t const last_dot = extension_dot(view<Char>{p}, name);
+    if (last_dot != npos && last_dot != p.size() - name.size()) {
+        p.resize(last_dot);
+    }
+}
+
 template <class Char>
 void replace_extension(text<Char>& p, view<Char> extension)
 {
     if (p.empty() || extension.empty() || p.back() == separator<Char>) {
         return;
     }
-    std::size_t const last = last_separator(view<Char>{p});
-    std::size_t const name_start = last == npos ? 0 : last + 1;
-    if (is_dot_element(view<Char>{p}.substr(name_start))) {
+    view<Char> const name = filename(view<Char>{p});
+    if (is_dot_element(name)) {
         return;
     }
     if (begins_with_dot(extension)) {
         extension.remove_prefix(1);
     }
-    // A dot in last place separates nothing: `a.` with `md` is `a..md`.
-    std::size_t const last_dot = p.rfind(dot<Char>);
-    bool const has_extension =
-        last_dot != npos && last_dot >= name_start && last_dot + 1 != p.size();
-    text<Char> replaced = has_extension ? p.substr(0, last_dot) : p;
+    text<Char> replaced = p.substr(0, extension_dot(view<Char>{p}, name));
     replaced += dot<Char>;
     replaced += extension;
     p = std::move(replaced);

@@ -124,4 +124,17 @@ void move_up(text const& p, std::size_t root_length, std::size_t& pos, text& ele
     pos = previous.start;
 }
 
+text make_expanded_path(text const& p, bool no_expansion)
+{
+    return no_expansion ? p : pathname_traits<char16_t>::replace_tilde_with_home_dir(p);
+}
+
+bool is_absolute_path_when_expanded(text const& p, bool no_expansion)
+{
+    if (p.empty() || no_expansion || p.front() != pathname_traits<char16_t>::TILDE_CHARACTER) {
+        return is_absolute(p);
+    }
+    return is_absolute(pathname_traits<char16_t>::replace_tilde_with_home_dir(p));
+}
+
 } // namespace nura::filesystem::detail

@@ -72,8 +72,8 @@ inline std::uint32_t doubled_in_group(std::uint32_t separators, std::uint32_t& l
 }
 
 /// Calls `visit` with the position of each separator of `p`, from `start` on, that follows
-/// another one, in order, until it answers false. `last` says whether a separator stands before
-/// `start`.
+/// another one, in order, until it answers false. `after_one` says whether a separator stands
+/// before `start`.
 template <class Char, class Visit>
 void visit_doubled_separators(std::basic_string_view<Char> p, std::size_t start, bool after_one,
                               Visit visit)

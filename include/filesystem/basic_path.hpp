@@ -391,6 +391,7 @@ private:
     bool expand_tilde_ = true;
 };
 
+/// The path of applications: UTF-16 text over a file system whose names are bytes.
 using path = basic_path<>;
 
 extern template class NURA_FILESYSTEM_EXPORT basic_path<>;

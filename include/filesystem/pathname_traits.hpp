@@ -18,6 +18,7 @@ namespace nura::filesystem {
 template <class Char>
 class pathname_traits;
 
+/// The constants in bytes, and tildes in native names.
 template <>
 class NURA_FILESYSTEM_EXPORT pathname_traits<char> {
 public:
@@ -49,6 +50,7 @@ public:
     [[nodiscard]] static std::string replace_tilde_with_home_dir(std::string const& name);
 };
 
+/// The constants in UTF-16, the two conversions, and tildes in UTF-16 pathnames.
 template <>
 class NURA_FILESYSTEM_EXPORT pathname_traits<char16_t> {
 public:

@@ -99,6 +99,64 @@ class Client(unittest.TestCase):
             found[0]["error"])
         self.assertEqual("directory", found[1]["type"])
 
+    def test_changes_and_answers(self):
+        other = "/dev/shm" if os.path.isdir("/dev/shm") else None
+        away = self.enterContext(tempfile.TemporaryDirectory(dir=other))
+        for step in (
+                "0 create-directory d; 21 create-directory d; 0 create-directories p/q/r; "
+                "18 create-directories ++/q; 0 permissions 640 ++; 0 permissions --add 4001 ++; "
+                "0 permissions --remove 40 ++; 2 permissions 64x =; 11 permissions --link 0 link; "
+                "0 create-symlink ++ p/l; 2 create-symlink --type x a b; 17 copy-symlink gone n; "
+                "0 copy-symlink p/l p/m; 12 create-shortcut a b; 11 copy --update --overwrite p c; "
+                "0 copy --recursive --copy-symlinks p c; 18 copy-directory ++ n; 0 copy-file ++ y; "
+                "21 copy-file ++ y; 0 copy-file --overwrite = y; 0 copy-directory été e; "
+                f"17 rename no y; 0 rename --preserve-times p {away}/p; 1 exists p > no   p; "
+                f"0 read-symlink {away}/p/m > ++; 18 remove --type directory ++; 0 remove y; "
+                "20 remove-file e; 0 remove-directory e; 0 remove-file =; 0 remove-symlink c/l; "
+                "19 remove-directory c; 1 access --exists no > no   no; 17 space no; "
+                "0 access --read ++ > yes  ++; 0 equivalent link été > yes  link -> été; "
+                f"2 completion x; 0 cwd > {self.root}; 0 cwd link > {self.root}/été; "
+                "0 unc a//\n > a//\\u000A; 0 unc -0 \n > \n\0; 11 canonical --base b .; "
+                f"0 canonical link/文 > {self.root}/été/文; 0 relative link --base été/文 > ..; "
+                "0 absolute --base /b ../x > /b/../x; "
+                f"0 weakly-canonical link/../z/../w > {self.root}/w").split("; "):
+            command, _, answer = step.partition(" > ")
+            status, *arguments = command.split(" ")
+            answer += "\n" if answer and "\0" not in answer else ""
+            self.assertEqual((int(status), answer), self.run_client(*arguments)[:2], step)
+        self.assertEqual(0o4601, os.stat(self.at("++")).st_mode & 0o7777)
+        self.assertEqual("nura-fs create-symlink: '++' -> 'link': file exists [FileExistsError]\n",
+                         self.run_client("create-symlink", "++", "link")[2])
+        self.assertLess(0, self.objects("space", "--json", "/")[1][0]["capacity"])
+
+    def test_remove_all(self):
+        # Without --yes nothing happens to the root should the guard fail.
+        for names in (["/", "..", "."], ["--yes", "~", "été/文/../..", "/proc/self/cwd"]):
+            status, _, err = self.run_client("remove-all", *names)
+            self.assertEqual((2, 3), (status, err.count("never removed")), names)
+        self.assertIn("--yes", self.run_client("remove-all", "été")[2])
+        for answer, status in ((b"no\n", 2), (b"y\n", 0), (b"y\n", 17)):
+            master, terminal = pty.openpty()
+            os.write(master, answer)
+            done = subprocess.run([CLIENT, "remove-all", "été"], stdin=terminal, stderr=terminal,
+                                  cwd=self.root, env=self.environment, timeout=60)
+            os.close(terminal)
+            os.close(master)
+            self.assertEqual(status, done.returncode)
+            self.assertEqual(status == 2, os.path.exists(self.at("été")))
+
+    def test_completion_and_suggestions(self):
+        script = self.run_client("completion", "bash")[1] + (
+            'COMP_CWORD=$(($# - 1)) COMP_WORDS=("$@")\n_nura_fs nura-fs "${@: -1}" "${@: -2:1}"\n'
+            'echo "${COMPREPLY[@]}"')
+        for words, expected in (("weak", "weakly-canonical"), ("cwd x", ""),
+                                ("remove --t", "--type"), ("remove --type ", "file directory")):
+            done = subprocess.run(["bash", "-c", script, "bash", "nura-fs", *words.split(" ")],
+                                  capture_output=True, text=True)
+            self.assertEqual((expected + "\n", ""), (done.stdout, done.stderr))
+        for word, more in (("exsits", ": did you mean 'exists'?"), ("frob", "")):
+            self.assertIn(f"'{word}'{more}\n", self.run_client(word, "x")[2])
+
     def test_lost_output(self):
         for arguments in (["exists", "/"], ["status", "--json", "/dev/null/x"], ["--version"]):
             with open("/dev/full", "wb") as full:

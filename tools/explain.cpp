@@ -7,7 +7,6 @@
 
 #include <fmt/format.h>
 
-#include <exception>
 #include <utility>
 
 namespace client {
@@ -28,8 +27,8 @@ struct sighting {
 sighting failed_look(std::exception const& failure, nfs::path const& at)
 {
     return {"failure",
-            nfs::describe(failure, at.pathname()),
-            {{"error", failure_data(failure, at.pathname())}},
+            failure_words(failure, {at.pathname()}),
+            {{"error", failure_data(failure, {at.pathname()})}},
             tone::bad};
 }
 
@@ -49,7 +48,7 @@ sighting look_at_link(nfs::path const& at, std::string const& element)
 {
     std::u16string const target = nfs::read_symlink(at.pathname());
     sighting const end = link_end(at);
-    ordered_json data{{"found", "symbolic link"}, {"target", to_json(target)}};
+    ordered_json data{{"found", "symbolic link"}, {"target", utf8(target)}};
     data.update(end.data);
     return {"symbolic link", fmt::format("{} -> {} ({})", element, shown(target), end.text),
             std::move(data), end.how};
@@ -89,7 +88,7 @@ void add_walk(result& found, nfs::path const& native)
         sighting const seen = look_at(nfs::path{text.substr(0, end), false}, shown(element));
         found.lines.push_back({steps.empty() ? "elements" : "",
                                fmt::format("{:<16}  {}", seen.kind, seen.text), seen.how});
-        ordered_json step{{"element", to_json(element)}};
+        ordered_json step{{"element", utf8(element)}};
         step.update(seen.data);
         steps.push_back(std::move(step));
     }

@@ -4,7 +4,6 @@
 #include <filesystem/pathname_grammar.hpp>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cerrno>
@@ -57,8 +56,8 @@ std::u16string decoded(raw_name const& name)
 {
     std::u16string text = nfs::detail::from_filesystem(name.bytes);
     if (nfs::detail::to_filesystem(text) != name.bytes) {
-        throw refused_name(fmt::format("{} {}: '{}' is not valid UTF-8", name.source, name.number,
-                                       escaped(name.bytes)));
+        throw refusal(fmt::format("{} {}: '{}' is not valid UTF-8", name.source, name.number,
+                                  escaped(name.bytes)));
     }
     return text;
 }
@@ -76,15 +75,9 @@ std::string shown(std::u16string_view name)
     return text;
 }
 
-nlohmann::ordered_json to_json(std::u16string_view name)
+std::string utf8(std::u16string_view name)
 {
-    std::u16string const text{name};
-    std::string native = nfs::detail::to_filesystem(text);
-    if (nfs::detail::from_filesystem(native) == text) {
-        return native;
-    }
-    return {{"display", shown(name)},
-            {"code_units", std::vector<unsigned>(name.begin(), name.end())}};
+    return nfs::detail::to_filesystem(std::u16string{name});
 }
 
 } // namespace client

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
-
 #include <cstddef>
 #include <functional>
 #include <stdexcept>
@@ -18,8 +16,9 @@ struct raw_name {
     std::size_t number;
 };
 
-/// The bytes of a name are not UTF-8. Converted all the same, it would name another file.
-class refused_name : public std::runtime_error {
+/// What the client itself does not do, such as to take a name that is not UTF-8: converted all the
+/// same, it would name another file.
+class refusal : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
@@ -31,14 +30,13 @@ void for_each_name(std::vector<std::string> const& arguments, char separator,
                    std::function<void(raw_name)> const& visit);
 
 /// The pathname that converts to exactly the bytes of `name`.
-/// \throws refused_name if there is none
+/// \throws refusal if there is none
 [[nodiscard]] std::u16string decoded(raw_name const& name);
 
 /// `name` for people, as written: doubled separators stay, control units are escaped.
 [[nodiscard]] std::string shown(std::u16string_view name);
 
-/// A JSON string; for a name with unpaired surrogates, which no JSON string can hold, an object
-/// of its "display" form and its "code_units".
-[[nodiscard]] nlohmann::ordered_json to_json(std::u16string_view name);
+/// `name` for programs. Every name here was once UTF-8: none holds an unpaired surrogate.
+[[nodiscard]] std::string utf8(std::u16string_view name);
 
 } // namespace client

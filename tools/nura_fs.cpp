@@ -1,18 +1,14 @@
 #include "commands.hpp"
 
+#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
-#include <string>
+#include <numeric>
 #include <utility>
-#include <vector>
-
-#ifndef NURA_FS_VERSION
-#    define NURA_FS_VERSION "unversioned"
-#endif
 
 namespace {
 
@@ -20,13 +16,14 @@ using client::command;
 using client::exit_status;
 
 constexpr char const* footer =
-    "Exit status: 0 done or yes, 1 no or not found, 2 usage or a name that is not UTF-8,\n"
-    "3 any other failure, 10 + kind for a typed failure. The highest of all names wins;\n"
-    "lost output always gives 3.\n";
+    "Exit status: 0 done or yes, 1 no or not found, 2 usage, a name that is not UTF-8 or\n"
+    "a refusal, 3 any other failure, 10 + kind for a typed failure. The highest of all\n"
+    "names wins; lost output always gives 3.\n";
 
 /// The command line parser takes "[a,b]" for a list and "++" for the end of a subcommand, and
-/// forgets "--" in places. Names that it must not look at travel behind this mark.
-constexpr char name_mark = '=';
+/// forgets "--" in places. Names that it must not look at travel behind this mark, which no
+/// argument of a program can hold.
+constexpr char name_mark = '\0';
 
 /// What CLI11 shall parse, last argument first as it wants it.
 std::vector<std::string> marked_arguments(std::vector<std::string> const& given)
@@ -38,9 +35,8 @@ std::vector<std::string> marked_arguments(std::vector<std::string> const& given)
             names_only = true;
             continue;
         }
-        bool const misread =
-            argument == "++" || argument.starts_with('[') || argument.starts_with(name_mark);
-        marked.push_back(names_only || misread ? name_mark + argument : argument);
+        bool const misread = names_only || argument == "++" || argument.starts_with('[');
+        marked.push_back(misread ? name_mark + argument : argument);
     }
     std::reverse(marked.begin(), marked.end());
     return marked;
@@ -51,91 +47,113 @@ std::string unmarked(std::string const& argument)
     return argument.starts_with(name_mark) ? argument.substr(1) : argument;
 }
 
-/// A subcommand on the command line.
-struct declared_command {
-    command const* what;
-    CLI::App* options;
-    CLI::Option* operands;
-};
+int run_chosen(command const& what, CLI::Option const& operands, client::settings given)
+{
+    // Not as<...>(): that conversion has meanings for "{}" and "%%".
+    std::vector<std::string> names = operands.results();
+    std::transform(names.begin(), names.end(), names.begin(), unmarked);
+    if (what.takes_pairs() && names.size() != 2 && names != std::vector<std::string>{"-"}) {
+        throw CLI::ArgumentMismatch(what.operands, 2, names.size());
+    }
+    given.value = unmarked(given.value);
+    client::report out{what.name, given.as_json, given.with_nul};
+    client::run(what, given, names, out);
+    return out.status();
+}
 
-declared_command declare(CLI::App& app, command const& what)
+void declare_extra(CLI::App& options, client::parameter const& extra, std::string& value)
+{
+    CLI::Option* const option = options.add_option(extra.name, value, extra.meaning);
+    option->type_name(extra.value)->required(*extra.name != '-');
+    if (*extra.choices != '\0') {
+        option->check(CLI::IsMember(CLI::detail::split(extra.choices, ' ')).description(""));
+    }
+}
+
+/// Makes `what` a subcommand of `app`, which writes down in `given` what its options say.
+void declare(CLI::App& app, command const& what, client::settings& given, int& status)
 {
     CLI::App* const options = app.add_subcommand(what.name, what.summary)->group(what.family);
-    CLI::Option* const operands =
-        options->add_option(what.operands, "Pathnames; - stands for names on standard input")
-            ->required()
+    options->footer(what.options.remark);
+    if (*what.options.extra.name != '\0') {
+        declare_extra(*options, what.options.extra, given.value);
+    }
+    CLI::Option const* const operands =
+        options->add_option(what.operands, "Pathnames; - stands for those on standard input")
+            ->required(what.needs_names())
             ->type_name("")
             ->expected(CLI::detail::expected_max_vector_size);
-    options->add_flag("--json")->disable_flag_override()->description(
-        "Answer with a JSON object a line, failures included");
-    options->add_flag("-0,--null")
-        ->disable_flag_override()
-        ->description("Names on standard input end with NUL, not with a line feed");
-    if (what.declare_options != nullptr) {
-        what.declare_options(*options);
+    for (client::flag const& each : what.options.flags) {
+        options
+            ->add_flag_callback(
+                each.name, [&] { given.flags |= each.value; }, each.meaning)
+            ->disable_flag_override();
     }
-    options->footer(what.remark);
-    return {&what, options, operands};
+    options->add_flag("--json", given.as_json, "Answer with a JSON object a line, failures too")
+        ->disable_flag_override();
+    options->add_flag("-0,--null", given.with_nul, "Names read, or printed alone, end with NUL")
+        ->disable_flag_override();
+    options->callback([&, operands] { status = run_chosen(what, *operands, given); });
 }
 
-std::vector<std::string> names_of(declared_command const& chosen)
+/// How many characters to insert, delete or replace between two words.
+std::size_t edit_distance(std::string_view one, std::string_view other)
 {
-    std::vector<std::string> names;
-    // Not as<...>(): that conversion has meanings for "{}" and "%%".
-    for (std::string const& argument : chosen.operands->results()) {
-        names.push_back(unmarked(argument));
+    std::vector<std::size_t> row(other.size() + 1);
+    std::iota(row.begin(), row.end(), 0U);
+    for (std::size_t i = 0; i < one.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < other.size(); ++j) {
+            std::size_t const replaced = diagonal + (one[i] == other[j] ? 0 : 1);
+            diagonal = row[j + 1];
+            row[j + 1] = std::min({replaced, row[j] + 1, diagonal + 1});
+        }
     }
-    bool const from_input = names == std::vector<std::string>{"-"};
-    if (chosen.what->paths > 1 && names.size() != chosen.what->paths && !from_input) {
-        throw CLI::ArgumentMismatch(chosen.what->operands, static_cast<int>(chosen.what->paths),
-                                    names.size());
-    }
-    return names;
+    return row.back();
 }
 
-int run_chosen(declared_command const& chosen)
+/// A question for who mistyped a subcommand; empty if none is near.
+std::string suggestion_for(std::string_view word)
 {
-    client::report out{chosen.what->name, chosen.options->count("--json") != 0};
-    client::run(*chosen.what, *chosen.options, names_of(chosen), out);
-    return out.status();
+    auto const distance = [word](command const& each) { return edit_distance(word, each.name); };
+    auto const nearest = std::ranges::min_element(client::commands(), {}, distance);
+    return distance(*nearest) <= (word.size() + 2) / 3
+               ? fmt::format(": did you mean '{}'?", nearest->name)
+               : "";
 }
 
 std::string usage_message(CLI::App const* app, CLI::Error const& reason)
 {
     // Named first: what CLI11 misses most often stands under an unknown name.
     std::vector<std::string> const unknown = app->remaining(true);
-    std::string const what =
-        unknown.empty() ? reason.what() : "unknown argument '" + unmarked(unknown.front()) + '\'';
+    std::string what = reason.what();
+    if (!unknown.empty()) {
+        std::string const word = unmarked(unknown.front());
+        what = fmt::format("unknown argument '{}'{}", word,
+                           app->get_subcommands().empty() ? suggestion_for(word) : "");
+    }
     return fmt::format("nura-fs: {}\nRun with --help for more information.\n", what);
-}
-
-/// Ends for what CLI11 throws: a request for help or the version, or wrong usage.
-int leave(CLI::App const& app, CLI::ParseError const& reason)
-{
-    int const code = app.exit(reason);
-    client::flush_results();
-    return code == 0 ? exit_status::done : exit_status::usage;
 }
 
 int run_client(std::vector<std::string> const& arguments)
 {
-    CLI::App app{"Name and examine files through the nura filesystem library.", "nura-fs"};
+    CLI::App app{"Name, examine and change files through the nura filesystem library.", "nura-fs"};
+    app.get_formatter()->column_width(22);
+    app.get_formatter()->label("REQUIRED", "");
     app.set_version_flag("--version", "nura-fs " NURA_FS_VERSION);
-    app.require_subcommand(1);
-    app.footer(footer);
-    app.failure_message(usage_message);
-    std::vector<declared_command> declared;
+    app.require_subcommand(1)->footer(footer)->failure_message(usage_message);
+    client::settings given;
+    int status = exit_status::done;
     for (command const& what : client::commands()) {
-        declared.push_back(declare(app, what));
+        declare(app, what, given, status);
     }
     try {
         app.parse(marked_arguments(arguments));
-        auto const chosen = std::find_if(declared.begin(), declared.end(),
-                                         [](auto const& each) { return each.options->parsed(); });
-        return run_chosen(*chosen);
     } catch (CLI::ParseError const& reason) {
-        return leave(app, reason);
+        status = app.exit(reason) == 0 ? exit_status::done : exit_status::usage;
+        client::flush_results();
     }
+    return status;
 }
 
 } // namespace

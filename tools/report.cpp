@@ -38,12 +38,12 @@ std::string painted(std::string const& text, tone how, bool coloured)
                : text;
 }
 
-std::string shown_together(report::pathnames const& names)
+std::string shown_together(report::pathnames const& names, bool always_quoted)
 {
     std::string text;
     for (std::u16string const& name : names) {
-        text += text.empty() ? "" : " -> ";
-        text += name.empty() ? "''" : shown(name);
+        char const* const quote = always_quoted || name.empty() ? "'" : "";
+        text += fmt::format("{}{}{}{}", text.empty() ? "" : " -> ", quote, shown(name), quote);
     }
     return text;
 }
@@ -79,9 +79,9 @@ std::string as_text(std::string const& heading, result const& found, bool colour
 void write_object(report::pathnames const& names, ordered_json const& data)
 {
     ordered_json object;
-    object["path"] = names.empty() ? ordered_json{} : to_json(names.front());
+    object["path"] = names.empty() ? ordered_json{} : ordered_json(utf8(names.front()));
     if (names.size() > 1) {
-        object["other_path"] = to_json(names[1]);
+        object["other_path"] = utf8(names[1]);
     }
     object.update(data);
     fmt::print("{}\n", object.dump(-1, ' ', false, ordered_json::error_handler_t::replace));
@@ -92,15 +92,8 @@ int status_for(std::exception const& failure)
     if (auto const* const typed = dynamic_cast<nfs::FsysExceptionBase const*>(&failure)) {
         return exit_status::typed_failure + static_cast<int>(typed->kind());
     }
-    bool const refused = dynamic_cast<refused_name const*>(&failure) != nullptr;
+    bool const refused = dynamic_cast<refusal const*>(&failure) != nullptr;
     return refused ? exit_status::usage : exit_status::failure;
-}
-
-/// The type of a failure of the library, by its message identifier.
-std::string type_name(nfs::FsysExceptionBase const& failure)
-{
-    std::string const& identifier = failure.message_id();
-    return identifier.substr(identifier.rfind(':') + 1);
 }
 
 } // namespace
@@ -120,7 +113,7 @@ void result::add_value(std::string_view key, ordered_json value, std::string tex
 
 void result::add_name(std::string_view key, std::u16string_view name)
 {
-    add_value(key, to_json(name), name.empty() ? "(empty)" : shown(name),
+    add_value(key, utf8(name), name.empty() ? "(empty)" : shown(name),
               name.empty() ? tone::faint : tone::plain);
 }
 
@@ -133,22 +126,31 @@ result yes_or_no(std::string_view key, bool yes)
     return answer;
 }
 
-ordered_json failure_data(std::exception const& failure, std::u16string const& fallback)
+std::string failure_words(std::exception const& failure, report::pathnames const& names)
 {
-    std::string const description = nfs::describe(failure, fallback);
+    auto const* const typed = dynamic_cast<nfs::FsysExceptionBase const*>(&failure);
+    bool const has_name = typed != nullptr && !typed->pathname().empty();
+    std::string const given = has_name || names.empty() ? "" : shown_together(names, true) + ": ";
+    return given + nfs::describe(failure);
+}
+
+ordered_json failure_data(std::exception const& failure, report::pathnames const& names)
+{
+    std::string const description = failure_words(failure, names);
     auto const* const typed = dynamic_cast<nfs::FsysExceptionBase const*>(&failure);
     if (typed == nullptr) {
-        bool const refused = dynamic_cast<refused_name const*>(&failure) != nullptr;
-        return {{"type", refused ? "RefusedName" : "other"}, {"description", description}};
+        bool const refused = dynamic_cast<refusal const*>(&failure) != nullptr;
+        return {{"type", refused ? "Refusal" : "other"}, {"description", description}};
     }
     ordered_json others = ordered_json::array();
     for (std::u16string const& other : typed->other_pathnames()) {
-        others.push_back(to_json(other));
+        others.push_back(utf8(other));
     }
-    return {{"type", type_name(*typed)},
+    std::string const& identifier = typed->message_id();
+    return {{"type", identifier.substr(identifier.rfind(':') + 1)},
             {"kind", typed->kind()},
-            {"message_id", typed->message_id()},
-            {"pathname", to_json(typed->pathname())},
+            {"message_id", identifier},
+            {"pathname", utf8(typed->pathname())},
             {"other_pathnames", std::move(others)},
             {"error_number", typed->error_number()},
             {"description", description}};
@@ -161,9 +163,10 @@ void flush_results()
     }
 }
 
-report::report(std::string_view command, bool as_json)
-    : command_{command}, as_json_{as_json}, coloured_results_{wants_colour(STDOUT_FILENO)},
-      coloured_failures_{wants_colour(STDERR_FILENO)}
+report::report(std::string_view command, bool as_json, bool with_nul)
+    : command_{command}, as_json_{as_json}, with_nul_{with_nul},
+      coloured_results_{wants_colour(STDOUT_FILENO)}, coloured_failures_{
+                                                          wants_colour(STDERR_FILENO)}
 {
 }
 
@@ -172,22 +175,24 @@ void report::success(pathnames const& names, result const& found)
     status_ = std::max(status_, found.yes ? exit_status::done : exit_status::no);
     if (as_json_) {
         write_object(names, found.data);
+    } else if (found.alone) {
+        std::string const text = with_nul_ ? utf8(*found.alone) + '\0' : shown(*found.alone) + '\n';
+        fmt::print("{}", text);
     } else {
-        fmt::print("{}", as_text(shown_together(names), found, coloured_results_));
+        fmt::print("{}", as_text(shown_together(names, false), found, coloured_results_));
     }
 }
 
 void report::failure(pathnames const& names, std::exception const& failure)
 {
     status_ = std::max(status_, status_for(failure));
-    std::u16string const fallback = names.empty() ? std::u16string{} : names.front();
     if (as_json_) {
-        write_object(names, {{"error", failure_data(failure, fallback)}});
+        write_object(names, {{"error", failure_data(failure, names)}});
         return;
     }
     flush_results();
     fmt::print(stderr, "{}: {}\n", painted("nura-fs " + command_, tone::bad, coloured_failures_),
-               nfs::describe(failure, fallback));
+               failure_words(failure, names));
 }
 
 } // namespace client

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <exception>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,10 +29,11 @@ struct line {
 };
 
 /// What a command found out, once for people and once for programs. A line without a label is
-/// one word that stands before the name. Without lines nothing is said to people.
+/// one word that stands before the name. Without any nothing is said to people.
 struct result {
     bool yes = true;
-    std::vector<line> lines;
+    std::optional<std::u16string> alone{}; ///< a name as the whole answer, for scripts
+    std::vector<line> lines{};
     nlohmann::ordered_json data = nlohmann::ordered_json::object();
 
     /// Adds `text` under `key`; as a line it stands after the words of `key`.
@@ -48,9 +50,13 @@ struct result {
 /// The answer of a question.
 [[nodiscard]] result yes_or_no(std::string_view key, bool yes);
 
+/// What went wrong: `describe`, with `names` where the failure has no pathname of its own.
+[[nodiscard]] std::string failure_words(std::exception const& failure,
+                                        std::vector<std::u16string> const& names);
+
 /// `failure` as the member "error" of a JSON answer.
 [[nodiscard]] nlohmann::ordered_json failure_data(std::exception const& failure,
-                                                  std::u16string const& fallback);
+                                                  std::vector<std::u16string> const& names);
 
 /// Writes out what standard output still holds back.
 /// \throws std::system_error
@@ -62,7 +68,8 @@ class report {
 public:
     using pathnames = std::vector<std::u16string>;
 
-    report(std::string_view command, bool as_json);
+    /// A name as the whole answer is written exactly if it ends `with_nul`, else for people.
+    report(std::string_view command, bool as_json, bool with_nul);
 
     /// \throws std::system_error, as `failure` does, if standard output cannot be written
     void success(pathnames const& names, result const& found);
@@ -73,6 +80,7 @@ public:
 private:
     std::string command_;
     bool as_json_;
+    bool with_nul_;
     bool coloured_results_;
     bool coloured_failures_;
     int status_ = exit_status::done;

@@ -1,9 +1,12 @@
 #include "status_words.hpp"
 
+#include "names.hpp"
+
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include <array>
+#include <charconv>
 #include <chrono>
 #include <limits>
 #include <utility>
@@ -33,9 +36,9 @@ void add_type(result& found, std::uint32_t type)
     found.add("type", type_words(type), found.yes ? tone::plain : tone::bad);
 }
 
-void add_size(result& found, std::uint64_t size)
+void add_bytes(result& found, std::string_view key, std::uint64_t bytes)
 {
-    found.add_value("size", size, counted(size, "byte"));
+    found.add_value(key, bytes, counted(bytes, "byte"));
 }
 
 } // namespace
@@ -50,27 +53,36 @@ std::string type_words(std::uint32_t type)
     return "unknown";
 }
 
+std::uint32_t type_code(std::string_view name)
+{
+    if (name == "directory") {
+        return file_status::directory_file;
+    }
+    return name == "file" ? file_status::regular_file : file_status::file_type_auto;
+}
+
 std::string permission_letters(std::uint32_t permissions)
 {
-    struct special {
-        std::uint32_t bit;
-        std::size_t place;
-        std::string_view letters; ///< without and with permission to execute
-    };
-    std::string letters = "rwxrwxrwx";
-    for (std::size_t place = 0; place < letters.size(); ++place) {
-        if ((permissions & file_status::owner_read >> place) == 0) {
-            letters[place] = '-';
-        }
-    }
-    for (special const& each : {special{file_status::set_uid_on_exec, 2, "Ss"},
-                                {file_status::set_gid_on_exec, 5, "Ss"},
-                                {file_status::sticky_bit, 8, "Tt"}}) {
-        if ((permissions & each.bit) != 0) {
-            letters[each.place] = each.letters[letters[each.place] == 'x' ? 1 : 0];
-        }
+    std::string letters;
+    for (unsigned place = 0; place < 9; ++place) {
+        bool const granted = (permissions & file_status::owner_read >> place) != 0;
+        bool const special = (permissions & file_status::set_uid_on_exec >> place / 3) != 0;
+        std::string_view const plain = granted ? "rwxrwxrwx" : "---------";
+        std::string_view const marked = granted ? "rwsrwsrwt" : "--S--S--T";
+        letters += (special ? marked : plain)[place];
     }
     return letters;
+}
+
+std::uint32_t permission_bits(std::string const& octal)
+{
+    char const* const end = octal.data() + octal.size();
+    std::uint32_t bits = 0;
+    auto const [stop, error] = std::from_chars(octal.data(), end, bits, 8);
+    if (error != std::errc{} || stop != end || bits > 07777) {
+        throw refusal(fmt::format("'{}' is no octal number up to 7777", octal));
+    }
+    return bits;
 }
 
 std::string time_words(boost::posix_time::ptime const& time)
@@ -106,7 +118,7 @@ result status_result(file_status const& status)
         std::string const letters = permission_letters(status.permissions());
         found.add_value("permissions", octal, octal + ' ' + letters);
         found.data["permission_letters"] = letters;
-        add_size(found, status.size());
+        add_bytes(found, "size", status.size());
         found.add("access_time", time_words(status.access_time()));
         found.add("modification_time", time_words(status.modification_time()));
         found.add("status_change_time", time_words(status.status_change_time()));
@@ -119,9 +131,18 @@ result status_result(light_file_status const& status)
     result found;
     add_type(found, status.type());
     if (found.yes) {
-        add_size(found, status.size());
+        add_bytes(found, "size", status.size());
         found.add("modification_time", time_words(status.modification_time()));
     }
+    return found;
+}
+
+result space_result(nura::filesystem::space_info const& space)
+{
+    result found;
+    add_bytes(found, "capacity", space.capacity);
+    add_bytes(found, "free", space.free);
+    add_bytes(found, "available", space.available);
     return found;
 }
 

@@ -281,10 +281,10 @@ public:
     [[nodiscard]] const_iterator end() const& { return const_iterator::end_of(pathname_); }
     [[nodiscard]] const_reverse_iterator rbegin() const& { return const_reverse_iterator{end()}; }
     [[nodiscard]] const_reverse_iterator rend() const& { return const_reverse_iterator{begin()}; }
-    const_iterator begin() const&& = delete;
-    const_iterator end() const&& = delete;
-    const_reverse_iterator rbegin() const&& = delete;
-    const_reverse_iterator rend() const&& = delete;
+    [[nodiscard]] const_iterator begin() const&& = delete;
+    [[nodiscard]] const_iterator end() const&& = delete;
+    [[nodiscard]] const_reverse_iterator rbegin() const&& = delete;
+    [[nodiscard]] const_reverse_iterator rend() const&& = delete;
 
     /// @}
     /// \name Change

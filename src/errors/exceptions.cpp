@@ -40,6 +40,7 @@ char const* InvalidArgument::what() const noexcept
     return what_buffer_.c_str();
 }
 
+// NOLINTNEXTLINE(readability-convert-member-functions-to-static): a settled signature
 std::string InvalidArgument::printHelper(std::u16string const& s) const noexcept
 {
     std::string printed;

@@ -93,10 +93,10 @@ public:
         return seen < 0x80;
     }
 
-    [[nodiscard]] Out const* data() const noexcept { return units_; }
+    [[nodiscard]] Out const* data() const noexcept { return units_.data(); }
 
 private:
-    Out units_[short_cut_limit]; // left uninitialised: only what is written is read
+    std::array<Out, short_cut_limit> units_; // left uninitialised: only what is written is read
 };
 
 /// Swaps the bytes of UTF-16 units between memory order and little-endian order, in place.

@@ -1,0 +1,153 @@
+#include "operation_cases.hpp"
+
+#include <bit>
+
+namespace nura::filesystem::test {
+
+using namespace std::literals;
+
+TEST(two_names, are_blamed_by_the_rules_of_moves_and_by_those_of_directory_copies)
+{
+    scene const s;
+    for (auto const& [entry, mode] :
+         table<2>(R"(open/s 755  open/u 0  open/~/x 777  open/~ 777  open 777
+                                                 kept/s 755  closed/s 755  home/x 755  1023 755  1024 755)")) {
+        std::filesystem::create_directories(s.at(entry));
+        ASSERT_EQ(::chmod(s.at(entry).c_str(), std::stoul(mode, nullptr, 8) & 0777U), 0);
+    }
+    ::setenv("HOME", s.at("home").c_str(), 1);
+    run_as(nobody, [&] {
+        s.expect("rename copy copy_directory", R"(
+            open/s x >ENOENT >ENOENT >ENOENT          missing x ENOENT * *      closed/s x ENOENT * *
+            open/s x >EEXIST >EEXIST >EEXIST          1023 x >EEXIST >EEXIST >EEXIST
+            open/s x >ENOTDIR >ENOTDIR ENOTDIR        1024 x EEXIST EEXIST EEXIST
+            open/s x >EISDIR >EISDIR EISDIR           1023 x >ENOENT >ENOENT >ENOENT
+            open/s x >ENOTEMPTY >ENOTEMPTY ENOTEMPTY  1024 x ENOENT ENOENT ENOENT
+            open/s x <EINVAL <EINVAL <EINVAL          1024 x EISDIR EISDIR EISDIR
+            open/s x <ENOTSUP <ENOTSUP <ENOTSUP       1023 x <EROFS <EROFS *    1024 x EROFS EROFS EROFS
+            open/s x <EPERM <EPERM <EPERM             missing x >ENOTEMPTY * *  missing x <ENOSPC * *
+            open/s x >EACCES >EACCES >EACCES          closed/s x EACCES * *     missing/s x EACCES * *
+            open/u x >EACCES >EACCES EACCES           1023 x EACCES EACCES >EACCES
+            kept/s x EACCES EACCES >EACCES            1024 x EACCES EACCES EACCES
+            open/s x >ENAMETOOLONG >ENAMETOOLONG >ENAMETOOLONG)",
+                 true);
+        // The parent of a single relative name is the current directory; that of ~/x, at home.
+        hook = [](auto const& call, auto const&) { return call == "rename" ? EACCES : 0; };
+        std::filesystem::current_path(s.at("kept"));
+        EXPECT_TRUE(fails_with("EACCES", {u"s"}, [] { rename(u"s", u"x"); }));
+        std::filesystem::current_path(s.at("open"));
+        EXPECT_TRUE(fails_with("EACCES", {u"x"}, [] { rename(u"s", u"x"); }));
+        EXPECT_TRUE(
+            fails_with("EACCES", {u"~/x"}, [] { rename(path(u"~/x", false), path{u"x"}); }));
+        hook = [](auto const&, auto const&) { return -1; };
+        EXPECT_NO_THROW(rename(u"x", u"y")); // a failure without a reason counts as none
+    });
+}
+
+TEST(copies, refuse_contradictory_options_before_they_look_at_names)
+{
+    for (unsigned value = 0; value < 64; ++value) {
+        bool const links = (value & 48) == 48;
+        auto const* const what = links ? "copy_symlinks & skip_symlinks"
+                                       : "overwrite_if_exists, skip_existing & update_existing";
+        failure const clash{
+            {}, {}, 0, "Invalid combination selected: "s + what + " cannot be used together"};
+        std::filesystem::copy_options const options{static_cast<unsigned short>(value)};
+        auto const all = [=](auto const& p) { nura::filesystem::copy(p, p, options); };
+        auto const one = [=](auto const& p) { nura::filesystem::copy_file(p, p, options); };
+        for (auto const& [by_path, by_string] : {both(all, u"\xDC00"s), both(one, u"\xDC00"s)}) {
+            bool const refused = bool{fails<InvalidArgument>(by_path, clash)};
+            EXPECT_EQ(refused, links || std::popcount(value & 7) > 1) << value;
+            EXPECT_EQ(bool{fails<InvalidArgument>(by_string, clash)}, refused) << value;
+        }
+    }
+}
+
+TEST(copies_and_links, are_made_or_refused_as_the_standard_library_answers)
+{
+    scene const s;
+    s.expect("copy_file copy copy_directory copy_symlink create_symlink", R"(
+        file new ok ok <ENOTDIR -EINVAL ok            to-full new <EINVAL ok * ok ok
+        full new <EINVAL ok ok -EINVAL ok             dangling new ENOENT ok ENOENT ok ok
+        closed new <EINVAL ok ok -EINVAL ok           missing new ENOENT ENOENT ENOENT -ENOENT ok
+        loop new <ELOOP * <ELOOP ok -ELOOP            fifo new <EINVAL <ENOTSUP <ENOTDIR -EINVAL ok
+        file/x new >ENOTDIR >ENOTDIR ENOTDIR -ENOTDIR -ENOTDIR
+        file full/x >EEXIST >EEXIST ENOTDIR -EINVAL -EEXIST
+        file missing/x >ENOENT >ENOENT ENOTDIR -EINVAL -ENOENT
+        full file <EINVAL >EISDIR >EEXIST -EINVAL -EEXIST
+        full missing/x <EINVAL >ENOENT >ENOENT -EINVAL -ENOENT
+        full file/x <EINVAL >ENOTDIR ENOTDIR -EINVAL -ENOTDIR
+        to-full missing/x * * >ENOENT -ENOENT -ENOENT  to-full file * * >EEXIST -EEXIST -EEXIST)");
+    contents expected = s.all();
+    copy_directory(s.name("full"), s.name("empty")); // an existing directory stays as it is
+    EXPECT_EQ(s.all(), expected);
+    copy_file(s.name("file"), s.name("full/x"), std::filesystem::copy_options::overwrite_existing);
+    expected["full/x"] = expected["file"];
+    EXPECT_EQ(s.all(), expected);
+}
+
+TEST(create_symlink, looks_at_the_target_unless_told_that_it_is_a_directory)
+{
+    scene const s;
+    std::filesystem::current_path(s.at(""));
+    ASSERT_EQ(::chmod(s.at("empty").c_str(), 0777), 0);
+    ::setenv("HOME", "/h", 1);
+    run_as(nobody, [] {
+        for (unsigned const type : {0U, 1U, 0x4001U, 0xA000U, 0x4000U}) {
+            auto const make = [=](auto const& a, auto const& b) {
+                create_symlink(a, b, type);
+                EXPECT_TRUE(std::filesystem::remove("empty/l"));
+            };
+            auto const* const error = type == file_status::directory_file ? "ok" : "EACCES";
+            EXPECT_TRUE(fails_with(error, {}, both(make, u"closed/x"s, u"empty/l"s)));
+            EXPECT_FALSE(std::filesystem::is_symlink("empty/l"));
+        }
+        create_symlink(path(u"~/x", false), path{u"empty/literal"});
+        create_symlink(u"~//x/", u"empty/expanded/");
+        EXPECT_EQ(std::filesystem::read_symlink("empty/literal"), "~/x");
+        EXPECT_EQ(std::filesystem::read_symlink("empty/expanded"), "/h/x");
+    });
+}
+
+TEST(space, is_counted_as_the_system_counts_it)
+{
+    scene const s;
+    s.expect("space", "file/x - ENOTDIR  loop - ELOOP  missing - ENOENT  to-full - ok");
+    // In failures only the low byte of each unit is left, here and of a copied directory.
+    for (auto const& [p, low] : {std::array{u"/\u4E2D"s, u"/-"s},
+                                 {u"/\u00E9"s, u"/\uFFFD"s},
+                                 {u"/\u01C3\u01A9"s, u"/\u00E9"s}}) {
+        EXPECT_TRUE(fails_with("ENOENT", {low}, operations.at("space")(p, u"")));
+        EXPECT_TRUE(fails_with("ENOENT", {low}, operations.at("copy_directory")(p, u"/x")));
+    }
+    run_with_own_mounts(s.at("closed"), [&, room = s.at("empty")] {
+        ASSERT_EQ(::mount("tmpfs", room.c_str(), "tmpfs", 0, "size=1m"), 0);
+        std::ofstream{room / "x"} << std::string(10'000, 'x');
+        auto const expected = std::filesystem::space(room);
+        space_info const got = space(path{s.name("empty/x")});
+        EXPECT_TRUE(got.capacity == 1U << 20 && got.free < got.capacity);
+        EXPECT_TRUE(got.free == expected.free && got.available == expected.available);
+    });
+}
+
+TEST(network_names_and_shortcuts, are_a_round_trip_and_a_refusal)
+{
+    scene const s;
+    ::setenv("HOME", "/h", 1);
+    contents const before = s.all();
+    for (auto const& [p, round_trip] : {std::array{u""s, u""s},
+                                        {u"//a//\u00E9/"s, u"//a//\u00E9/"s},
+                                        {u"~/x"s, u"~/x"s},
+                                        {u"a\0b"s, u"a\0b"s},
+                                        {u"a\xDC00"s, u"a\xFFFD"s},
+                                        {u"a\xD800"s, u""s}}) {
+        EXPECT_TRUE(get_unc_path(p, false) == round_trip && get_unc_path(p, true) == round_trip);
+        EXPECT_EQ(get_unc_path(path(p, false), true), path(round_trip));
+        auto const make = [](auto const& a, auto const& b) { create_shortcut(a, b); };
+        EXPECT_TRUE(fails<InvalidOperation>(both(make, p, s.name("new"))[0]));
+        EXPECT_TRUE(fails<InvalidOperation>(both(make, p, s.name("new"))[1]));
+    }
+    EXPECT_EQ(s.all(), before);
+}
+
+} // namespace nura::filesystem::test

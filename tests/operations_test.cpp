@@ -1,0 +1,97 @@
+#include "operation_cases.hpp"
+
+namespace nura::filesystem::test {
+
+using namespace std::literals;
+
+static bool cannot_encode(std::function<void()> const& call)
+{
+    try {
+        call();
+    } catch (std::runtime_error const& thrown) {
+        return typeid(thrown) == typeid(std::runtime_error) &&
+               thrown.what() == "locale not supported"s;
+    }
+    return false;
+}
+
+TEST(operations, treat_names_that_cannot_be_each_in_its_way_and_touch_nothing)
+{
+    scene const s;
+    std::filesystem::current_path(s.at(""));
+    contents const before = s.all();
+    // How the name is converted, what an empty one means, and which names an error carries.
+    for (auto const& [name, route, empty, who] : table<4>(R"(
+             access native refused <               permissions native refused -
+             space narrowed refused <              change_current_path native ignored <
+             create_directory standard refused <   create_directories standard refused <
+             remove standard ignored <             remove,0 native ignored <
+             remove,4000 native ignored <          remove_file native ignored <
+             remove_symlink native ignored <       remove_directory native ignored <
+             remove_all native ignored <           rename native refused &
+             create_symlink standard ENOENT -      copy_symlink standard ENOENT -
+             copy standard ENOENT &                copy_file standard ENOENT &
+             copy_directory narrowed refused &)")) {
+        bool const pair = who == "&" || empty == "ENOENT";
+        for (std::size_t i = 0; i < (pair ? 4 : 2); ++i) { // first name, second name; path, string
+            SCOPED_TRACE(name + std::to_string(i));
+            std::array names{name == "copy_file" ? u"to-file"s : u"to-full"s,
+                             pair ? u"new"s : u""s};
+            auto const call = [&, &calls = operations.at(name)](std::u16string const& text) {
+                names[i / 2] = text;
+                return calls(names[0], names[1])[i % 2];
+            };
+            ::setenv("HOME", "/h", 1);
+            auto const cut = call(u"~/x\0y"s);
+            names[i / 2] = i % 2 == 0 ? u"~/x\0y"s : u"/h/x\0y"s;
+            named const carried{who == "-" ? u"" : names[0], who == "&" ? names[1] : u""};
+            EXPECT_TRUE(fails_with("EINVAL", carried, cut));
+            // A high surrogate at the end leaves nothing of a native name.
+            auto const half = call(u"x\xD800");
+            EXPECT_TRUE(route == "standard"
+                            ? cannot_encode(half) && cannot_encode(call(u"x\xDC00y"))
+                            : fails_with("ENOENT", {route == "native" ? u""s : u"x\0"s}, half));
+            // The native form of a string is empty where no home directory can be found.
+            run_as(54321, [&, &e = empty, &n = name] {
+                ::unsetenv("HOME");
+                for (std::u16string const text : {i % 2 == 0 ? u"" : u"~", u""}) {
+                    bool const missing =
+                        e == "ENOENT" || (n == "change_current_path" && !text.empty());
+                    EXPECT_TRUE(e == "refused"
+                                    ? fails<InvalidArgument>(call(text), empty_refused)
+                                    : fails_with(missing ? "ENOENT" : "ok", {}, call(text)));
+                }
+            });
+        }
+    }
+    EXPECT_EQ(s.all(), before);
+    copy_directory(u"full"s, u"x\xDC00"s); // elsewhere it is replaced
+    rename(u"x\xDC00"s, u"y\xDFFF"s);
+    permissions(u"y\xDC00"s, 0700);
+    EXPECT_TRUE(access(u"y\xDC00"s, access_exists) && change_current_path(u"y\xDC00"s));
+    EXPECT_EQ(get_current_path(), s.name("y\xEF\xBF\xBD"));
+}
+
+TEST(operations, are_refused_by_rights_and_by_file_systems_for_reading_only)
+{
+    scene const s;
+    run_as(nobody, [&] {
+        s.expect("access permissions change_current_path create_directories remove remove,0 space",
+                 R"(
+            closed/x - * -EACCES EACCES EACCES EACCES EACCES EACCES  file - * -EPERM * * EACCES EACCES *)");
+        s.expect("rename create_symlink copy_symlink copy copy_directory remove_all", R"(
+            full new EACCES -EACCES * EACCES >EACCES *  closed/x new EACCES -EACCES -EACCES * EACCES EACCES)");
+    });
+    run_with_own_mounts(s.at(""), [&] {
+        s.expect("permissions create_directory create_directories remove remove,0 remove,4000 "
+                 "remove_all",
+                 R"(
+            file - -EROFS EEXIST ENOTDIR EROFS EROFS * EROFS  empty - -EROFS EEXIST EEXIST EROFS * EROFS EROFS
+            new - -ENOENT EROFS EROFS EROFS EROFS EROFS -ENOENT)");
+        s.expect("rename create_symlink copy_symlink copy copy_directory", R"(
+            full new <EROFS -EROFS * <EROFS <EROFS  to-full new <EROFS * -EROFS <EROFS *)");
+        EXPECT_TRUE(access(s.name("file"), access_read) && !access(s.name("file"), access_write));
+    });
+}
+
+} // namespace nura::filesystem::test

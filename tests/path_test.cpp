@@ -1,0 +1,68 @@
+#include "support.hpp"
+
+#include <filesystem/basic_path.hpp>
+
+namespace nura::filesystem::test {
+namespace {
+
+using namespace literals;
+using string = std::u16string;
+
+static_assert(!std::is_convertible_v<string, path> && !std::is_convertible_v<char16_t*, path> &&
+              !std::is_constructible_v<path, std::string>);
+
+TEST(path, holds_the_native_form_made_with_its_tilde_switch)
+{
+    state_of_process const kept;
+    ::setenv("HOME", "/u", 1);
+    string const given = u"~//x/";
+    EXPECT_TRUE(path{}.empty() && path{}.expand_tilde());
+    for (path const& p :
+         {path{given}, u"~//x/"_path, path::from_utf8("~//x/"), path{u"~"} / u"x"}) {
+        EXPECT_TRUE(p.pathname() == u"/u/x" && p.expand_tilde());
+    }
+    for (path const& p : {path{given, false}, path{std::filesystem::path{given}},
+                          path::from_utf8("~//x/", false), path{u"", false} / u"~/x"}) {
+        EXPECT_TRUE(p.pathname() == u"~/x" && !p.expand_tilde());
+    }
+    path p{u"a"};
+    failure const absolute{{}, {}, 0, "Absolute path not permitted"};
+    EXPECT_TRUE(fails<InvalidArgument>([&] { p /= u"~"; }, absolute));
+    EXPECT_EQ((p / u"").pathname(), u"a");
+    p /= path{u"~", false};
+    p /= p.pathname();
+    EXPECT_EQ(p, (path{u"a/~/a/~", false}));
+    EXPECT_LT(path{u"\U0001F600"}, path{u"\uFFFD"});
+}
+
+TEST(path, converts_exactly_or_not_at_all)
+{
+    for (string const& text : {string{u"a\0\u00E9\uFEFF\U0001F600", 6}, string(2000, u'\u4E2D')}) {
+        path const p{text};
+        EXPECT_EQ(p.to_utf8(), std::filesystem::path{text}.string());
+        EXPECT_EQ(static_cast<std::filesystem::path>(p), std::filesystem::path{text});
+        EXPECT_EQ(path::from_utf8(p.to_utf8()), p);
+    }
+    for (string const text : {u"a\xD800", u"\xDC00z", u"\xD800\xD800\xDC00"}) {
+        path const p{text};
+        EXPECT_TRUE(fails<InvalidArgument>([&] { (void)p.to_utf8(); },
+                                           {text, {}, 0, "Text is not valid UTF-16"}));
+        try {
+            EXPECT_EQ(static_cast<std::filesystem::path>(p), "nothing: it throws");
+        } catch (std::runtime_error const& e) {
+            EXPECT_STREQ(e.what(), "locale not supported");
+        }
+    }
+    EXPECT_TRUE(fails<InvalidArgument>([] { (void)path::from_utf8("a\xE2\x82"); },
+                                       {u"a\uFFFD\uFFFD", {}, 0, "Text is not valid UTF-8"}));
+}
+
+TEST(path, is_displayed_with_what_people_cannot_read_escaped)
+{
+    std::ostringstream out;
+    out << path{u"a\n\x7F\u0085\u00A0\xD800/\U0001F600\xDC00"};
+    EXPECT_EQ(out.str(), "a\\u000A\\u007F\\u0085\u00A0\\uD800/\U0001F600\\uDC00");
+}
+
+} // namespace
+} // namespace nura::filesystem::test

@@ -1,0 +1,40 @@
+#include "operation_cases.hpp"
+
+namespace nura::filesystem::test {
+
+TEST(removal, takes_what_each_operation_is_for)
+{
+    scene const s;
+    for (std::string const pair :
+         {"remove_directory remove_file", "remove_directory remove_symlink", "remove,4000 remove,0",
+          "remove,4000 remove,4001"}) {
+        s.expect("remove remove_all " + pair, R"(
+            file - ok ok ENOTDIR ok                 empty - ok ok ok EISDIR
+            to-file - ok ok ENOTDIR ok              full - ENOTEMPTY ok ENOTEMPTY EISDIR
+            to-full - ok ok ENOTDIR ok              missing - ENOENT -ENOENT ENOENT ENOENT
+            dangling - ok ok ENOTDIR ok             missing/x - ENOENT -ENOENT ENOENT ENOENT
+            loop - ok ok ENOTDIR ok                 file/x - ENOTDIR ENOTDIR ENOTDIR ENOTDIR
+            fifo - ok ok ENOTDIR ok                 loop/x - ELOOP ELOOP ELOOP ELOOP
+            LONG - ENAMETOOLONG ENAMETOOLONG ENAMETOOLONG ENAMETOOLONG)");
+        ASSERT_EQ(::chmod(s.at("").c_str(), 01777), 0); // others' entries are not for taking
+        run_as(nobody, [&] {
+            s.expect("remove remove_all " + pair,
+                     "file - EPERM EPERM EPERM EISDIR  empty - EPERM EPERM EPERM EISDIR "
+                     "closed/x - EACCES EACCES EACCES EACCES");
+        });
+        s.populate();
+    }
+}
+
+TEST(remove_all, leaves_to_the_system_the_names_that_it_refuses)
+{
+    scene const s;
+    for (auto const& [name, error] : table<2>(". EINVAL  work/. EINVAL  work/sub/.. ENOENT")) {
+        std::filesystem::create_directories(s.at("work/sub/deep"));
+        std::filesystem::current_path(s.at(name == "." ? "work" : ""));
+        EXPECT_TRUE(fails_with(error, {u16(name)}, [p = u16(name)] { remove_all(p); }));
+        EXPECT_TRUE(listing(s.at("work")).empty()) << name;
+    }
+}
+
+} // namespace nura::filesystem::test

@@ -1,0 +1,131 @@
+#pragma once
+
+/// \file
+/// What the tests share: a place in the file system, the state of the process, a child with other
+/// rights, tables, and one way to expect a failure.
+
+#include <filesystem/exceptions.hpp>
+
+#include <boost/core/noncopyable.hpp>
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <sys/types.h>
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nura::filesystem::test {
+
+/// What a failing call is expected to report.
+struct failure {
+    std::u16string pathname{};
+    std::vector<std::u16string> other_pathnames{};
+    int error_number = 0;
+    std::string text{}; ///< of an `InvalidArgument`
+};
+
+/// Whether `thrown` reports `expected` and was thrown in the wrapper that makes it cloneable.
+[[nodiscard]] testing::AssertionResult reports(FsysExceptionBase const& thrown,
+                                               failure const& expected);
+
+/// Whether `call` throws an `Exception` that reports `expected`.
+template <class Exception>
+[[nodiscard]] testing::AssertionResult fails(std::function<void()> const& call,
+                                             failure const& expected = {})
+{
+    try {
+        call();
+    } catch (Exception const& thrown) {
+        return reports(thrown, expected);
+    } catch (std::exception const& other) {
+        return testing::AssertionFailure() << "another exception: " << other.what();
+    }
+    return testing::AssertionFailure() << "nothing was thrown";
+}
+
+/// `fails` for one type, as a cell of a table.
+using failure_check = testing::AssertionResult (*)(std::function<void()> const&, failure const&);
+
+/// A directory that anyone may search, with a canonical name. It goes with all that is in it,
+/// whatever the modes have become.
+class temporary_root : boost::noncopyable {
+public:
+    explicit temporary_root(
+        std::filesystem::path const& below = std::filesystem::temp_directory_path());
+    ~temporary_root();
+
+    /// An entry as the standard library names it, and in UTF-16.
+    std::filesystem::path at(std::string_view entry) const { return directory_ / entry; }
+    std::u16string name(std::string_view entry) const { return at(entry).u16string(); }
+
+private:
+    std::filesystem::path directory_;
+};
+
+/// Puts back the home directory, the current directory and the mask of modes as they were.
+class state_of_process : boost::noncopyable {
+public:
+    state_of_process();
+    ~state_of_process();
+
+private:
+    std::optional<std::string> home_;
+    int directory_;
+    mode_t mask_;
+};
+
+constexpr uid_t nobody = 65534;
+
+/// Runs `body` in a forked child with the rights of user and group `id`. A failure or a skip in
+/// the child is one of the calling test; skips where the process may not become that user.
+void run_as(uid_t id, std::function<void()> const& body);
+
+/// The definition of `name` that a function of the same name in a test hides.
+template <class Function>
+[[nodiscard]] Function* hidden_definition(char const* name)
+{
+    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
+}
+
+/// Calls `visit` with `text` and every text that up to `longest` more units of `alphabet` make
+/// of it, until the test has failed.
+template <class String, class Visit>
+void visit_texts(String const& alphabet, int longest, Visit const& visit, String const& text = {})
+{
+    visit(text);
+    for (auto const unit : alphabet) {
+        if (longest > 0 && !testing::Test::HasFailure()) {
+            visit_texts(alphabet, longest - 1, visit, text + unit);
+        }
+    }
+}
+
+/// The rows of a table whose cells stand between blanks; `''` is the empty cell.
+template <std::size_t Columns>
+std::vector<std::array<std::string, Columns>> table(std::string const& text)
+{
+    std::vector<std::array<std::string, Columns>> rows;
+    std::array<std::string, Columns> row;
+    for (std::istringstream cells{text}; !(cells >> std::ws).eof(); rows.push_back(row)) {
+        for (std::string& cell : row) {
+            EXPECT_TRUE(cells >> cell) << "the last row is too short";
+            cell = cell == "''" ? "" : cell;
+        }
+    }
+    return rows;
+}
+
+/// `ascii` as UTF-16.
+inline std::u16string u16(std::string_view ascii)
+{
+    return {ascii.begin(), ascii.end()};
+}
+
+} // namespace nura::filesystem::test

@@ -1,0 +1,188 @@
+#include "operation_cases.hpp"
+
+#include <dirent.h>
+
+#include <cstdio>
+
+namespace nura::filesystem::test {
+namespace {
+
+/// Makes outer/top/mid/leaf, with `files` files in each directory from top on, in place of what
+/// is there.
+void build(std::filesystem::path const& place, int files)
+{
+    std::filesystem::remove_all(place);
+    std::filesystem::create_directories(place / "outer/top/mid/leaf");
+    for (int i = 0; i < files; ++i) {
+        for (auto const* name : {"outer/top/a", "outer/top/mid/b", "outer/top/mid/leaf/c"}) {
+            std::ofstream{place / (name + std::to_string(i))} << "text";
+        }
+    }
+}
+
+/// Moves `entry` of "work" aside, unless it has gone already, and puts a "link" to its twin in
+/// "outside", a "directory", a "file" or "nothing" in its place.
+bool swap(temporary_root const& root, std::string const& entry, std::string const& replacement)
+{
+    auto const place = root.at("work/" + entry);
+    auto const twin = root.at("outside/" + entry);
+    return ::rename(place.c_str(), root.at("work/aside").c_str()) == 0 &&
+           0 == (replacement == "link"        ? ::symlink(twin.c_str(), place.c_str())
+                 : replacement == "directory" ? ::mkdir(place.c_str(), 0777)
+                 : replacement == "file"      ? ::mknod(place.c_str(), S_IFREG, 0)
+                                              : 0);
+}
+
+TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call)
+{
+    std::ptrdiff_t const descriptors = open_descriptors();
+    // What takes the place of which entry, and the only error that may come of it; or an error
+    // that the call answers.
+    for (auto const& [what, entry, error] : table<3>(R"(
+             link outer ok                   link outer/top/mid ENOTDIR       link outer/top ENOTDIR
+             link outer/top/a1 ok            link outer/top/mid/leaf ENOTDIR  file outer/top/mid ENOTDIR
+             directory outer/top/mid EISDIR  directory outer/top/mid/b0 EISDIR
+             nothing outer/top/mid ENOENT    file outer/top/mid/leaf ENOTDIR
+             nothing outer/top/mid/leaf/c0 ENOENT  call - EMFILE  call - EIO  call - EACCES  call - ENOMEM)")) {
+        std::map<std::string, int> outcomes;
+        bool reached = true;
+        // Before the first call the name of top still means what it leads to then.
+        for (int moment = entry == "outer" ? 1 : 0; reached; ++moment) {
+            SCOPED_TRACE(what + ' ' + entry + ' ' + error + " before call " +
+                         std::to_string(moment));
+            temporary_root const root{"/dev/shm"};
+            build(root.at("work"), 2);
+            build(root.at("outside"), 2);
+            contents const outside = listing(root.at("outside"));
+            std::string const top = root.at("work/outer/top").string();
+            std::string about = root.at("work/" + entry).string();
+            contents left;
+            int calls = 0;
+            bool swapped = false;
+            hook = [&, &w = what, &e = entry, number = errors.at(error).first](auto const& call,
+                                                                               auto const& name) {
+                bool const now = calls++ == moment;
+                swapped = swapped || (now && w != "call" && swap(root, e, w));
+                if (now && w == "call") {
+                    about = call == "closedir" ? "" : name.starts_with(top) ? name : top;
+                    left = listing(root.at("work"));
+                }
+                return now && w == "call" ? number : 0;
+            };
+            try {
+                remove_all(u16(top));
+                hook = nullptr;
+                left = listing(root.at("work"));
+                EXPECT_FALSE(left.contains("outer/top") || left.contains("aside/top"));
+                outcomes["ok"] += swapped;
+            } catch (FsysExceptionBase const& failure) {
+                hook = nullptr;
+                bool const nameless = failure.pathname().empty() && what == "nothing";
+                EXPECT_TRUE(fails_with(error, {nameless ? u"" : u16(about)}, [] { throw; }));
+                EXPECT_TRUE(what != "call" || listing(root.at("work")) == left);
+                ++outcomes[nameless ? "nameless" : error];
+            }
+            EXPECT_EQ(listing(root.at("outside")), outside);
+            reached = calls > moment;
+        }
+        EXPECT_TRUE((outcomes["ok"] > 0) == (what != "call") && outcomes[error] > 0 &&
+                    (outcomes["nameless"] > 0) == (what == "nothing"))
+            << testing::PrintToString(outcomes);
+    }
+    EXPECT_EQ(open_descriptors(), descriptors);
+}
+
+TEST(tree_removal, fails_without_a_leak_where_no_descriptor_is_left)
+{
+    temporary_root const root;
+    build(root.at(""), 2);
+    run_as(::geteuid(), [&, top = root.name("outer/top")] {
+        EXPECT_FALSE(exists(top + u"x")); // this thread has its converters from now on
+        std::ptrdiff_t const descriptors = open_descriptors();
+        rlimit limit{};
+        ::getrlimit(RLIMIT_NOFILE, &limit);
+        int const first = ::dup(0);
+        ::close(first);
+        for (int free = 0; free < 3; ++free) { // one for the directory of top, one for top
+            rlimit const few{static_cast<rlim_t>(first + free), limit.rlim_max};
+            ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
+            EXPECT_TRUE(fails_with("EMFILE", {top}, [&] { remove_all(top); }));
+            ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+            EXPECT_EQ(open_descriptors(), descriptors);
+        }
+    });
+}
+
+/// Removes as a program does that knows nothing of descriptors: every call by the full pathname.
+void walk_by_full_pathnames(std::string const& directory)
+{
+    DIR* const stream = ::opendir(directory.c_str());
+    while (dirent const* const entry = stream == nullptr ? nullptr : ::readdir(stream)) {
+        std::string const child = directory + '/' + entry->d_name;
+        if (entry->d_type != DT_DIR) {
+            ::unlinkat(AT_FDCWD, child.c_str(), 0);
+        } else if (!child.ends_with("/.") && !child.ends_with("/..")) {
+            walk_by_full_pathnames(child);
+        }
+    }
+    stream == nullptr ? 0 : ::closedir(stream);
+    ::rmdir(directory.c_str());
+}
+
+/// How many files outside are lost in `rounds` removals of the tree, while another thread
+/// exchanges a directory of it, or one above it, for a link to its twin outside and back, from the
+/// first removal of an entry to the end.
+std::ptrdiff_t files_lost(unsigned rounds,
+                          std::function<void(std::string const&)> const& remove_tree)
+{
+    temporary_root const root{"/dev/shm"};
+    std::ptrdiff_t lost = 0;
+    for (unsigned round = 0; round < rounds; ++round) {
+        std::string const entry =
+            std::array{"outer", "outer/top/mid", "outer/top/mid/leaf"}[round % 3];
+        build(root.at("work"), 12);
+        build(root.at("outside"), 12);
+        auto const files = std::ssize(listing(root.at("outside")));
+        std::filesystem::create_symlink(root.at("outside/" + entry), root.at("work/link"));
+        enum { waiting, started, swapping, ended };
+        std::atomic<int> phase = waiting;
+        std::thread swapper{[&, from = root.at("work/link"), to = root.at("work/" + entry)] {
+            for (int is = phase; is != ended; is = phase) {
+                is == waiting
+                    ? 0
+                    : ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE);
+                is == started ? phase.compare_exchange_strong(is, swapping) : false;
+            }
+        }};
+        hook = [&](std::string const& call, std::string const&) {
+            int idle = call == "unlinkat" ? waiting : ended;
+            phase.compare_exchange_strong(idle, started);
+            while (phase == started) {
+                std::this_thread::yield();
+            }
+            return 0;
+        };
+        try {
+            remove_tree(root.at("work/outer/top").string());
+        } catch (FsysExceptionBase const&) { // it may give up
+        }
+        hook = nullptr;
+        phase = ended;
+        swapper.join();
+        lost += files - std::ssize(listing(root.at("outside")));
+    }
+    return lost;
+}
+
+TEST(tree_removal, loses_nothing_outside_to_another_thread_that_swaps_directories_for_links)
+{
+    unsigned const rounds = long_run ? 2000 : 200;
+    EXPECT_EQ(files_lost(rounds, [](std::string const& top) { remove_all(u16(top)); }), 0);
+    // The same rounds are a danger to a walk that takes no care.
+    auto const lost = files_lost(rounds, walk_by_full_pathnames);
+    EXPECT_GT(lost, 0);
+    RecordProperty("files_lost_by_a_walk_by_full_pathnames", std::to_string(lost));
+}
+
+} // namespace
+} // namespace nura::filesystem::test

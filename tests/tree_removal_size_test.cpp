@@ -1,0 +1,46 @@
+#include "operation_cases.hpp"
+
+#include <boost/thread/thread.hpp>
+
+namespace nura::filesystem::test {
+
+/// Makes in a new tree a chain of `depth` directories called `name`, each beside `files` files,
+/// and removes the tree on a thread with a stack of 256 KiB.
+static void make_and_remove(std::string const& name, int depth, int files)
+{
+    temporary_root const root{"/dev/shm"};
+    std::filesystem::create_directory(root.at("top"));
+    int directory = ::open(root.at("top").c_str(), O_PATH | O_CLOEXEC);
+    for (int level = 0; level < depth; ++level) {
+        for (int file = 0; file < files; ++file) {
+            ASSERT_EQ(
+                ::mknodat(directory, (name + '\xFF' + std::to_string(file)).c_str(), S_IFREG, 0),
+                0);
+        }
+        ASSERT_EQ(::mkdirat(directory, name.c_str(), 0777), 0);
+        int const next = ::openat(directory, name.c_str(), O_PATH | O_CLOEXEC);
+        ::close(std::exchange(directory, next));
+    }
+    ::close(directory);
+    boost::thread::attributes small;
+    small.set_stack_size(256 * 1024);
+    boost::thread{small, [&] { EXPECT_NO_THROW(remove_all(root.name("top"))); }}.join();
+    EXPECT_FALSE(std::filesystem::exists(root.at("top")));
+}
+
+TEST(tree_removal, takes_deep_trees_many_entries_and_names_that_are_no_text)
+{
+    run_as(::geteuid(), [] {
+        rlimit limit{};
+        ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        limit = {6000, std::max<rlim_t>(limit.rlim_max, 6000)};
+        if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) {
+            GTEST_SKIP() << "6000 descriptors are not to be had";
+        }
+        make_and_remove("a-name-of-20-letters", 900, 1);
+        make_and_remove("d", 5000, 1);
+        make_and_remove("\xED\xA0\x80\xC3", 2, long_run ? 50'000 : 5'000);
+    });
+}
+
+} // namespace nura::filesystem::test

@@ -1,5 +1,7 @@
 #include "operation_cases.hpp"
 
+#include <sys/syscall.h>
+
 #include <atomic>
 #include <thread>
 
@@ -79,9 +81,12 @@ TEST(current_directory, is_changed_and_read_by_one_thread_at_a_time)
 
 TEST(current_directory, can_be_used_in_a_child_forked_while_a_thread_reads_it)
 {
+    (void)exists(get_current_path());
     for (int i = 0; i < 20; ++i) {
         std::atomic<bool> inside = false;
         std::thread reader{[&] {
+            (void)
+                get_current_path(); // opens the converter, whose lock the C library forks as it is
             hook = [&](auto const&, auto const&) { return inside = true, ::usleep(10'000); };
             (void)get_current_path();
         }};
@@ -91,6 +96,8 @@ TEST(current_directory, can_be_used_in_a_child_forked_while_a_thread_reads_it)
         run_as(::geteuid(), [] {
             ::alarm(60); // where the lock was forked while it was held
             EXPECT_TRUE(change_current_path(u"/") && get_current_path() == u"/");
+            // Past the thread sanitizer, to which the reader of the parent is a leak of the child.
+            ::syscall(SYS_exit_group, testing::Test::HasFailure() ? 1 : 0);
         });
         reader.join();
     }

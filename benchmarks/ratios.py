@@ -2,8 +2,9 @@
 
     ratios.py RESULTS.json
 
-Figures are medians of the repetitions, in nanoseconds. A row is left out where the run has not
-measured one of its two sides.
+Figures are medians of the repetitions, in nanoseconds: of processor time, or of real time where
+another process does the work that is compared. A row is left out where the run has not measured
+one of its two sides.
 """
 
 import json
@@ -48,7 +49,8 @@ def main(results):
         runs = json.load(file)["benchmarks"]
     scale = {"ns": 1, "us": 1e3, "ms": 1e6}
     median = {run["run_name"].split("/iterations:")[0].removesuffix("/real_time"):
-              run["real_time"] * scale[run["time_unit"]]
+              run["real_time" if "/real_time" in run["run_name"] else "cpu_time"] *
+              scale[run["time_unit"]]
               for run in runs if run.get("aggregate_name") == "median"}
     print(f"{'measured':30} {'ns':>11}   {'peer':28} {'ns':>11} {'ratio':>7}  target")
     for name, peer, target, allowance in ROWS:

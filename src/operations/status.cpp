@@ -82,7 +82,7 @@ stat_call bind_lstat(std::string const& native)
 
 bool native_exists(std::string const& native)
 {
-    struct stat found {};
+    struct stat found; // NOLINT(cppcoreguidelines-pro-type-member-init): output only
     if (stat_name(native, &found) == 0) {
         return true;
     }
@@ -95,7 +95,7 @@ bool native_exists(std::string const& native)
 
 file_status make_file_status(stat_call const& call)
 {
-    struct stat found {};
+    struct stat found; // NOLINT(cppcoreguidelines-pro-type-member-init): output only
     errno = 0;
     if (call(&found) != 0) {
         int const error = errno;
@@ -187,7 +187,7 @@ light_file_status status_express_light(std::u16string const& p)
         return {};
     }
     std::string const native = detail::make_native_access_form(p);
-    struct stat found {};
+    struct stat found; // NOLINT(cppcoreguidelines-pro-type-member-init): output only
     if (detail::stat_name(native, &found) != 0) {
         int const error = errno;
         if (error == ENOENT || error == EINVAL) {

@@ -5,6 +5,7 @@
 #     installed_package_test.sh BUILD_FOLDER SCRATCH_FOLDER COMPILER
 set -euo pipefail
 build=$1 scratch=$2 compiler=$3
+export CMAKE_GENERATOR=Ninja
 tests=$(dirname "$(readlink -f "$0")")
 consumer=$tests/consumer
 

@@ -70,7 +70,7 @@ std::map<std::string, std::pair<int, failure_check>> const errors{
     NURA_ERROR(ENOTEMPTY, DirectoryNotEmpty), NURA_ERROR(EIO, SystemError),
     NURA_ERROR(ELOOP, SystemError), NURA_ERROR(EMFILE, SystemError), NURA_ERROR(ENOMEM, SystemError),
     NURA_ERROR(ENOSPC, SystemError), NURA_ERROR(EPERM, SystemError), NURA_ERROR(EROFS, SystemError),
-    NURA_ERROR(ERANGE, SystemError)};
+    NURA_ERROR(ERANGE, SystemError), NURA_ERROR(EBUSY, SystemError)};
 
 std::map<std::string, operation> const operations{
     NURA_CALL("access", (void)access(a, access_read)), NURA_CALL("permissions", permissions(a, 0600)),

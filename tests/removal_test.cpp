@@ -16,12 +16,15 @@ TEST(removal, takes_what_each_operation_is_for)
             loop - ok ok ENOTDIR ok                 file/x - ENOTDIR ENOTDIR ENOTDIR ENOTDIR
             fifo - ok ok ENOTDIR ok                 loop/x - ELOOP ELOOP ELOOP ELOOP
             LONG - ENAMETOOLONG ENAMETOOLONG ENAMETOOLONG ENAMETOOLONG)");
-        ASSERT_EQ(::chmod(s.at("").c_str(), 01777), 0); // others' entries are not for taking
+        contents const before = s.all();
+        // Others' entries are not for taking, and the directory is not for reading.
+        ASSERT_EQ(::chmod(s.at("").c_str(), 01733), 0);
         run_as(nobody, [&] {
             s.expect("remove remove_all " + pair,
                      "file - EPERM EPERM EPERM EISDIR  empty - EPERM EPERM EPERM EISDIR "
                      "closed/x - EACCES EACCES EACCES EACCES");
         });
+        EXPECT_EQ(s.all(), before);
         s.populate();
     }
 }

@@ -57,7 +57,8 @@ TEST_F(moves, take_an_entry_along_or_say_which_of_two_names_is_to_blame)
              empty full >ENOTEMPTY      full file >ENOTDIR         full to-full >ENOTDIR
              full dangling >ENOTDIR     full fifo >ENOTDIR         missing new ENOENT
              missing missing/x ENOENT   missing empty ENOENT       file missing/x >ENOENT
-             file/x new >ENOTDIR        full file/x >ENOTDIR       file LONG >ENAMETOOLONG)")) {
+             file/x new >ENOTDIR        full file/x >ENOTDIR       file LONG >ENAMETOOLONG
+             full/. new EBUSY           full empty/. EBUSY         full/.. new EBUSY)")) {
         contents const before = there.all();
         refuse(outcome, from, to);
         EXPECT_EQ(there.all(), before);
@@ -67,6 +68,7 @@ TEST_F(moves, take_an_entry_along_or_say_which_of_two_names_is_to_blame)
         to-full new ok             dangling new ok          file full/x ok            file to-full ok
         to-full dangling ok        file empty >EISDIR       file full >EISDIR         fifo empty >EISDIR
         empty full >ENOTEMPTY      full file >ENOTDIR       full to-full >ENOTDIR     full full/new <EINVAL
+        full/. new <EBUSY          full/.. new <EBUSY
         missing new ENOENT         missing missing/x ENOENT file missing/x >ENOENT    file/x new >ENOTDIR
         file loop/x <ELOOP         file LONG >ENAMETOOLONG)");
 }
@@ -113,9 +115,19 @@ TEST_F(moves, lose_nothing_when_they_fail)
         ASSERT_EQ(::umount(room.c_str()) + ::mount(at("").c_str(), room.c_str(), "", MS_BIND, ""),
                   0);
         refuse("EINVAL", "full", "empty/full/new"); // the target is in the source, or is the source
+        std::filesystem::current_path(room / "full");
+        EXPECT_TRUE(
+            fails_with("EINVAL", {name("full"), u"x"}, [&] { rename(name("full"), u"x"); }));
         refuse(">EEXIST", "file", "empty/file");
         refuse(">EEXIST", "empty", "empty/empty");
     });
+    hook = [](auto const& call, auto const& entry) { // somebody else is faster
+        return call == "mkdir" && entry.ends_with("/sub") ? ::mkdir(entry.c_str(), 0777) : 0;
+    };
+    named const both_names{name("tree"), there.name("y")};
+    EXPECT_TRUE(fails_with("EIO", both_names, [&] { rename(name("tree"), there.name("y")); }));
+    hook = nullptr;
+    EXPECT_EQ(listing(at("tree")), tree);
     ASSERT_EQ(::chmod(at("tree/large").c_str(), 0), 0);
     run_as(nobody, [&] { refuse("EACCES", "tree", "new"); });
     ASSERT_EQ(::chmod(at("").c_str(), 0777) + ::mkfifo(at("full/fifo").c_str(), 0600), 0);

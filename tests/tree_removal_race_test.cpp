@@ -59,10 +59,12 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
             contents left;
             int calls = 0;
             bool swapped = false;
+            bool before_open = false;
             hook = [&, &w = what, &e = entry, number = errors.at(error).first](auto const& call,
                                                                                auto const& name) {
                 bool const now = calls++ == moment;
                 swapped = swapped || (now && w != "call" && swap(root, e, w));
+                before_open = before_open || (now && call == "openat" && name == about);
                 if (now && w == "call") {
                     about = call == "closedir" ? "" : name.starts_with(top) ? name : top;
                     left = listing(root.at("work"));
@@ -75,11 +77,13 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
                 left = listing(root.at("work"));
                 EXPECT_FALSE(left.contains("outer/top") || left.contains("aside/top"));
                 outcomes["ok"] += swapped;
+                EXPECT_TRUE(what != "call" || calls <= moment);
             } catch (FsysExceptionBase const& failure) {
                 hook = nullptr;
                 bool const nameless = failure.pathname().empty() && what == "nothing";
                 EXPECT_TRUE(fails_with(error, {nameless ? u"" : u16(about)}, [] { throw; }));
                 EXPECT_TRUE(what != "call" || listing(root.at("work")) == left);
+                EXPECT_TRUE(what == "call" || what == "directory" || !before_open);
                 ++outcomes[nameless ? "nameless" : error];
             }
             EXPECT_EQ(listing(root.at("outside")), outside);

@@ -96,27 +96,6 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
     EXPECT_EQ(open_descriptors(), descriptors);
 }
 
-TEST(tree_removal, fails_without_a_leak_where_no_descriptor_is_left)
-{
-    temporary_root const root;
-    build(root.at(""), 2);
-    run_as(::geteuid(), [&, top = root.name("outer/top")] {
-        EXPECT_FALSE(exists(top + u"x")); // this thread has its converters from now on
-        std::ptrdiff_t const descriptors = open_descriptors();
-        rlimit limit{};
-        ::getrlimit(RLIMIT_NOFILE, &limit);
-        int const first = ::dup(0);
-        ::close(first);
-        for (int free = 0; free < 3; ++free) { // one for the directory of top, one for top
-            rlimit const few{static_cast<rlim_t>(first + free), limit.rlim_max};
-            ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &few), 0);
-            EXPECT_TRUE(fails_with("EMFILE", {top}, [&] { remove_all(top); }));
-            ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
-            EXPECT_EQ(open_descriptors(), descriptors);
-        }
-    });
-}
-
 /// Removes as a program does that knows nothing of descriptors: every call by the full pathname.
 void walk_by_full_pathnames(std::string const& directory)
 {

@@ -6,6 +6,10 @@
 #include <filesystem/operations.hpp>
 #include <filesystem/pathname_grammar.hpp>
 
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+
 namespace nura::filesystem {
 
 namespace {
@@ -49,16 +53,26 @@ void copy_by(path const& from, path const& to, copy_options options, Copying cop
     detail::raise_for_error_code(error, &from, &to);
 }
 
+/// The size of the file `p`, or nothing where it cannot be told.
+std::optional<std::uintmax_t> size_of(std::filesystem::path const& p)
+{
+    std::error_code unknown;
+    std::uintmax_t const size = std::filesystem::file_size(p, unknown);
+    return unknown ? std::nullopt : std::optional{size};
+}
+
 /// `std::filesystem::copy_file`, and EIO where it says that a file is copied and the copy is
-/// shorter: libstdc++ loses a write error behind the first block.
+/// shorter: libstdc++ loses a write error behind the first block. A source that grows or shrinks
+/// meanwhile, as a log does, is copied well with either of its sizes.
 std::error_code copy_one_file(std::filesystem::path const& from, std::filesystem::path const& to,
                               copy_options options)
 {
+    auto const before = size_of(from);
     std::error_code error;
     if (std::filesystem::copy_file(from, to, options, error)) {
-        std::error_code unknown;
-        auto const written = std::filesystem::file_size(to, unknown);
-        if (!unknown && written < std::filesystem::file_size(from, unknown) && !unknown) {
+        auto const written = size_of(to);
+        auto const after = size_of(from);
+        if (written && before && after && *written < std::min(*before, *after)) {
             error = std::make_error_code(std::errc::io_error);
         }
     }

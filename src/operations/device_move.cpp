@@ -26,19 +26,22 @@ bool is_directory(stdfs::path const& p, struct stat& found)
     return ::lstat(p.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
 }
 
-/// Whether `place` is the directory `tree` or one in it, those on file systems that are mounted
-/// there included.
-bool holds_directory(stdfs::path const& tree, struct stat const& place)
+/// Whether `wanted` holds for `tree` or, where that is a directory, for an entry below it, those on
+/// file systems that are mounted there included. What cannot be read ends the search and is left
+/// in `error`.
+template <class Wanted>
+bool any_of_tree(stdfs::path const& tree, std::error_code& error, Wanted wanted)
 {
-    struct stat found {};
-    if (is_directory(tree, found) && same_file(found, place)) {
+    if (wanted(tree)) {
         return true;
     }
-    std::error_code unreadable; // the copy reports it
-    stdfs::recursive_directory_iterator entry{tree, unreadable};
-    for (; !unreadable && entry != stdfs::recursive_directory_iterator{};
-         entry.increment(unreadable)) {
-        if (is_directory(entry->path(), found) && same_file(found, place)) {
+    struct stat found {};
+    if (!is_directory(tree, found)) {
+        return false;
+    }
+    stdfs::recursive_directory_iterator entry{tree, error};
+    for (; !error && entry != stdfs::recursive_directory_iterator{}; entry.increment(error)) {
+        if (wanted(entry->path())) {
             return true;
         }
     }
@@ -51,7 +54,14 @@ bool moves_into_itself(stdfs::path const& from, stdfs::path const& to)
 {
     struct stat parent {};
     stdfs::path const above = to.has_parent_path() ? to.parent_path() : stdfs::path{"."};
-    return ::stat(above.c_str(), &parent) == 0 && holds_directory(from, parent);
+    if (::stat(above.c_str(), &parent) != 0) {
+        return false;
+    }
+    std::error_code unreadable; // the copy reports it
+    return any_of_tree(from, unreadable, [&parent](stdfs::path const& p) {
+        struct stat found {};
+        return is_directory(p, found) && same_file(found, parent);
+    });
 }
 
 /// The error number with which a move within one file system would refuse `to`, and EEXIST where
@@ -111,21 +121,11 @@ bool looks_copied(stdfs::path const& from, stdfs::path const& to)
 /// both come back as success, and the source would be removed.
 bool is_complete_copy(stdfs::path const& from, stdfs::path const& to)
 {
-    if (!looks_copied(from, to)) {
-        return false;
-    }
-    struct stat source {};
-    if (!is_directory(from, source)) {
-        return true;
-    }
     std::error_code error;
-    stdfs::recursive_directory_iterator entry{from, error};
-    for (; !error && entry != stdfs::recursive_directory_iterator{}; entry.increment(error)) {
-        if (!looks_copied(entry->path(), to / entry->path().lexically_relative(from))) {
-            return false;
-        }
-    }
-    return !error;
+    bool const any_missing = any_of_tree(from, error, [&from, &to](stdfs::path const& p) {
+        return !looks_copied(p, p == from ? to : to / p.lexically_relative(from));
+    });
+    return !any_missing && !error;
 }
 
 /// Links are passed over: they keep the times that the copy gave them, and the files that they

@@ -44,14 +44,18 @@ ROWS = (
 )
 
 
+def medians(runs):
+    """The median of each benchmark of `runs` by its name, in nanoseconds."""
+    scale = {"ns": 1, "us": 1e3, "ms": 1e6}
+    return {run["run_name"].split("/iterations:")[0].removesuffix("/real_time"):
+            run["real_time" if "/real_time" in run["run_name"] else "cpu_time"] *
+            scale[run["time_unit"]]
+            for run in runs if run.get("aggregate_name") == "median"}
+
+
 def main(results):
     with open(results, encoding="utf-8") as file:
-        runs = json.load(file)["benchmarks"]
-    scale = {"ns": 1, "us": 1e3, "ms": 1e6}
-    median = {run["run_name"].split("/iterations:")[0].removesuffix("/real_time"):
-              run["real_time" if "/real_time" in run["run_name"] else "cpu_time"] *
-              scale[run["time_unit"]]
-              for run in runs if run.get("aggregate_name") == "median"}
+        median = medians(json.load(file)["benchmarks"])
     print(f"{'measured':30} {'ns':>11}   {'peer':28} {'ns':>11} {'ratio':>7}  target")
     for name, peer, target, allowance in ROWS:
         if name not in median or peer not in median:
@@ -68,4 +72,5 @@ def main(results):
               f"{reached}")
 
 
-main(sys.argv[1])
+if __name__ == "__main__":
+    main(sys.argv[1])

@@ -4,10 +4,11 @@
 Taken are the blocks marked `cpp` in README.md and in docs/guides/*.md, and the examples marked
 \\code{.cpp} in the comments of the headers in INCLUDE_DIR. A block that has a main function is a
 program of its own. Any other block becomes a function behind the usual includes. Everything is
-compiled as C++17 and linked with LIBRARY; nothing is run. A block that fails is named with its file
-and line.
+compiled as C++17 and linked with LIBRARY. The program of README.md is run, too, and must print the
+block marked `text`; nothing else is run. A block that fails is named with its file and line.
 """
 
+import os
 import pathlib
 import re
 import subprocess
@@ -66,10 +67,9 @@ def blocks_between(file, lines, begin, end):
     return found
 
 
-def markdown_blocks(path):
-    return blocks_between(
-        str(path), path.read_text().splitlines(), re.compile(r"```cpp\s*"), re.compile(r"```\s*")
-    )
+def markdown_blocks(path, language="cpp"):
+    lines = path.read_text().splitlines()
+    return blocks_between(str(path), lines, re.compile(rf"```{language}\s*"), re.compile(r"```\s*"))
 
 
 def header_blocks(path):
@@ -103,6 +103,14 @@ class Builder:
         command += ["-Wl,--allow-shlib-undefined"]
         done = subprocess.run(command, capture_output=True, text=True, check=False)
         return (done.stderr or f"exit status {done.returncode}") if done.returncode != 0 else ""
+
+
+    def output_of(self, text):
+        """What the program `text` prints."""
+        self.complaint_about(text)
+        library_path = {"LD_LIBRARY_PATH": str(pathlib.Path(self.libraries[0]).parent)}
+        return subprocess.run([str(self.program)], capture_output=True, text=True, check=False,
+                              env=os.environ | library_path).stdout
 
 
 def functions_program(blocks):
@@ -142,10 +150,16 @@ def main():
                        ("headers", groups[len(texts) :])):
         if not any(part):
             sys.exit(f"no blocks were found in the {kind}")
+    program = next(block for block in groups[0] if block.is_program())
+    promised = markdown_blocks(texts[0], "text")[0]
     with tempfile.TemporaryDirectory() as directory:
-        failed = failures(blocks, Builder(compiler, include_dir, library, directory))
+        builder = Builder(compiler, include_dir, library, directory)
+        failed = failures(blocks, builder)
+        printed = builder.output_of(program_of(program))
+    if printed != "\n".join(promised.lines) + "\n":
+        failed.append((program, f"It prints\n{printed}and not what {promised} says."))
     for block, complaint in failed:
-        print(f"{block}: does not compile\n{complaint}", file=sys.stderr)
+        print(f"{block}: not as it should be\n{complaint}", file=sys.stderr)
     if failed:
         sys.exit(1)
     print(f"{len(blocks)} blocks compile")

@@ -4,8 +4,10 @@
 /// `path` in the format strings of {fmt}, for those who use that library. `filesystem.hpp` does
 /// not include this header, and the shared library knows nothing of it.
 ///
-/// `{}` prints `path::display()`, with fill, alignment, width and precision as for text; `{:?}`
-/// prints it in double quotes, with a backslash before quotes and backslashes.
+/// `{}` prints `path::display()`, with fill, alignment, width and precision as for text. `{:?}`
+/// prints it in double quotes, with a backslash before the quotes and backslashes of the name, so
+/// that no two names print alike: `\u000A` is a line feed, `\\u000A` six units. Link `fmt::fmt`
+/// or `fmt::fmt-header-only` besides `nura::filesystem`; Debian's package is `libfmt-dev`.
 ///
 /// \code
 /// fmt::print("{:<20}|{:?}\n", p, p);
@@ -15,7 +17,9 @@
 
 #include <fmt/format.h>
 
-#include <string>
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
 
 template <>
 struct fmt::formatter<nura::filesystem::path> : fmt::formatter<fmt::string_view> {
@@ -32,17 +36,20 @@ struct fmt::formatter<nura::filesystem::path> : fmt::formatter<fmt::string_view>
     template <class Context>
     auto format(nura::filesystem::path const& p, Context& context) const -> decltype(context.out())
     {
-        std::string const text = p.display();
         if (!quoted_) {
-            return fmt::formatter<fmt::string_view>::format(text, context);
+            return fmt::formatter<fmt::string_view>::format(p.display(), context);
         }
         auto out = context.out();
         *out++ = '"';
-        for (char const byte : text) {
-            if (byte == '"' || byte == '\\') {
+        for (std::u16string_view rest = p.pathname(); !rest.empty();) {
+            std::size_t const end = std::min(rest.find_first_of(u"\"\\"), rest.size());
+            out = fmt::format_to(out, "{}", nura::filesystem::path::display(rest.substr(0, end)));
+            rest.remove_prefix(end);
+            if (!rest.empty()) {
                 *out++ = '\\';
+                *out++ = static_cast<char>(rest.front());
+                rest.remove_prefix(1);
             }
-            *out++ = byte;
         }
         *out++ = '"';
         return out;

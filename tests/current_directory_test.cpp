@@ -47,7 +47,7 @@ TEST(current_directory, is_returned_whole_whatever_its_length)
         std::string sizes;
         hook = [&](std::string const&, std::string const& size) {
             sizes += sizes.empty() ? size : ',' + size;
-            return errors.at(row[size == "0" ? 2 : 1]).first;
+            return number_of(row[size == "0" ? 2 : 1]);
         };
         auto const read = [&] { EXPECT_EQ(get_current_path(), u16(name)); };
         EXPECT_TRUE(fails_with(row[row[1] == "ERANGE" ? 2 : 1], {}, read));

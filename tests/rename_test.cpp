@@ -50,7 +50,7 @@ struct moves : testing::Test, scene {
 TEST_F(moves, take_an_entry_along_or_say_which_of_two_names_is_to_blame)
 {
     for (auto const& [from, to, outcome] : table<3>(R"(
-             fifo new ENOTSUP           file full/x >EEXIST        file to-file >EEXIST
+             fifo new EOPNOTSUPP           file full/x >EEXIST        file to-file >EEXIST
              file to-full >EEXIST       file dangling >EEXIST      to-full file >EEXIST
              to-full dangling >EEXIST   file fifo >EEXIST          file empty >EISDIR
              file full >EISDIR          to-full empty >EISDIR      fifo empty >EISDIR
@@ -132,7 +132,7 @@ TEST_F(moves, lose_nothing_when_they_fail)
     run_as(nobody, [&] { refuse("EACCES", "tree", "new"); });
     ASSERT_EQ(::chmod(at("").c_str(), 0777) + ::mkfifo(at("full/fifo").c_str(), 0600), 0);
     run_as(nobody, [&] { refuse(">EACCES", "tree", "new"); });
-    refuse("ENOTSUP", "full", "new");
+    refuse("EOPNOTSUPP", "full", "new");
 }
 
 } // namespace nura::filesystem::test

@@ -60,8 +60,8 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
             int calls = 0;
             bool swapped = false;
             bool before_open = false;
-            hook = [&, &w = what, &e = entry, number = errors.at(error).first](auto const& call,
-                                                                               auto const& name) {
+            hook = [&, &w = what, &e = entry, number = number_of(error)](auto const& call,
+                                                                         auto const& name) {
                 bool const now = calls++ == moment;
                 swapped = swapped || (now && w != "call" && swap(root, e, w));
                 before_open = before_open || (now && call == "openat" && name == about);

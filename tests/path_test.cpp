@@ -51,11 +51,7 @@ TEST(path, converts_exactly_or_not_at_all)
         path const p{text};
         EXPECT_TRUE(fails<InvalidArgument>([&] { (void)p.to_utf8(); },
                                            {text, {}, 0, "Text is not valid UTF-16"}));
-        try {
-            EXPECT_EQ(static_cast<std::filesystem::path>(p), "nothing: it throws");
-        } catch (std::runtime_error const& e) {
-            EXPECT_STREQ(e.what(), "locale not supported");
-        }
+        EXPECT_THROW((void)static_cast<std::filesystem::path>(p), std::runtime_error);
     }
     EXPECT_TRUE(fails<InvalidArgument>([] { (void)path::from_utf8("a\xE2\x82"); },
                                        {u"a\uFFFD\uFFFD", {}, 0, "Text is not valid UTF-8"}));

@@ -110,16 +110,21 @@ void run_with_own_mounts(std::string const& read_only, std::function<void()> con
     });
 }
 
-std::filesystem::path scene::at(std::string const& entry) const
+std::filesystem::path scene::at_length(std::size_t length, std::string const& start) const
 {
-    std::string deep = root_.at(entry == "1023" ? "\xC3\xA9" : "e").string();
-    while (deep.size() < 1024) {
+    std::string deep = root_.at(start).string();
+    while (deep.size() < length) {
         deep += deep.size() % 100 == 0 ? '/' : 'e';
     }
-    return entry == "-" ? ""
-           : entry == "1023" || entry == "1024"
-               ? std::filesystem::path{deep}
-               : root_.at(entry == "LONG" ? std::string(300, 'x') : entry);
+    return deep;
+}
+
+std::filesystem::path scene::at(std::string const& entry) const
+{
+    return entry == "-"      ? ""
+           : entry == "1023" ? at_length(1024, "\xC3\xA9")
+           : entry == "1024" ? at_length(1024)
+                             : root_.at(entry == "LONG" ? std::string(300, 'x') : entry);
 }
 
 void scene::populate() const

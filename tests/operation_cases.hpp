@@ -57,6 +57,8 @@ public:
     /// "-" is the empty name, "LONG" one that is too long; "1023" and "1024" are names of as many
     /// UTF-16 units, and both of 1,024 bytes.
     std::filesystem::path at(std::string const& entry) const;
+    /// A name of deep directories, of so many bytes.
+    std::filesystem::path at_length(std::size_t length, std::string const& start = "e") const;
     std::u16string name(std::string const& entry) const { return at(entry).u16string(); }
     contents all() const { return listing(at("")); }
     void populate() const;

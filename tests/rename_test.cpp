@@ -34,9 +34,8 @@ struct moves : testing::Test, scene {
         auto const blamed = outcome[0] == '>' ? there.name(to) : name(from);
         for (auto const& call : operations.at("rename")(name(from), there.name(to))) {
             contents const before = all();
-            EXPECT_TRUE(
-                fails_with(outcome.substr(outcome[0] == '>'), {blamed, there.name(to)}, call))
-                << from << to;
+            auto const error = outcome.substr(outcome[0] == '>');
+            EXPECT_TRUE(fails_with(error, {blamed, there.name(to)}, call)) << from << to;
             EXPECT_EQ(all(), before);
             to.ends_with("new") ? std::filesystem::remove_all(there.at(to)) : 0; // a part of it
         }
@@ -50,15 +49,12 @@ struct moves : testing::Test, scene {
 TEST_F(moves, take_an_entry_along_or_say_which_of_two_names_is_to_blame)
 {
     for (auto const& [from, to, outcome] : table<3>(R"(
-             fifo new EOPNOTSUPP           file full/x >EEXIST        file to-file >EEXIST
-             file to-full >EEXIST       file dangling >EEXIST      to-full file >EEXIST
-             to-full dangling >EEXIST   file fifo >EEXIST          file empty >EISDIR
-             file full >EISDIR          to-full empty >EISDIR      fifo empty >EISDIR
-             empty full >ENOTEMPTY      full file >ENOTDIR         full to-full >ENOTDIR
-             full dangling >ENOTDIR     full fifo >ENOTDIR         missing new ENOENT
-             missing missing/x ENOENT   missing empty ENOENT       file missing/x >ENOENT
-             file/x new >ENOTDIR        full file/x >ENOTDIR       file LONG >ENAMETOOLONG
-             full/. new EBUSY           full empty/. EBUSY         full/.. new EBUSY)")) {
+             fifo new EOPNOTSUPP      file full/x >EEXIST    file to-full >EEXIST
+             to-full dangling >EEXIST file full >EISDIR      to-full empty >EISDIR
+             empty full >ENOTEMPTY    full file >ENOTDIR     full to-full >ENOTDIR
+             missing missing/x ENOENT missing empty ENOENT   file missing/x >ENOENT
+             file/x new >ENOTDIR      full file/x >ENOTDIR   file LONG >ENAMETOOLONG
+             full/. new EBUSY         full empty/. EBUSY     full/.. new EBUSY)")) {
         contents const before = there.all();
         refuse(outcome, from, to);
         EXPECT_EQ(there.all(), before);

@@ -71,10 +71,7 @@ TEST_F(resolution, reads_the_current_directory_only_where_a_pathname_depends_on_
 TEST_F(resolution, returns_canonical_names_of_any_length_whole)
 {
     for (std::size_t const length : {1024U, 1025U, 2000U, 4000U}) {
-        std::string deep = at("d").string();
-        while (deep.size() < length) {
-            deep += deep.size() % 200 == 1 ? '/' : 'd';
-        }
+        std::string const deep = at_length(length).string();
         std::filesystem::create_directories(deep);
         std::filesystem::remove("loop");
         std::filesystem::create_directory_symlink(deep, "loop");

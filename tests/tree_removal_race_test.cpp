@@ -131,10 +131,10 @@ std::ptrdiff_t files_lost(unsigned rounds,
         std::atomic<int> phase = waiting;
         std::thread swapper{[&, from = root.at("work/link"), to = root.at("work/" + entry)] {
             for (int is = phase; is != ended; is = phase) {
-                is == waiting
-                    ? 0
-                    : ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE);
-                is == started ? phase.compare_exchange_strong(is, swapping) : false;
+                if (is != waiting) {
+                    ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE);
+                    phase.compare_exchange_strong(is = started, swapping);
+                }
             }
         }};
         hook = [&](std::string const& call, std::string const&) {

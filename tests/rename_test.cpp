@@ -87,9 +87,9 @@ TEST_F(moves, lose_nothing_when_they_fail)
 {
     ASSERT_EQ(::chmod(there.at("").c_str(), 0777), 0);
     auto const leave_both = [&] { // the source may not be removed
-        failure const expected{name("tree"), {there.name("copy")}, 0};
+        named const both_names{name("tree"), there.name("copy")};
         EXPECT_TRUE(
-            fails<SystemError>([&] { rename(name("tree"), there.name("copy")); }, expected));
+            fails_with(0, both_names, [&] { rename(both_names.first, both_names.second); }));
         EXPECT_TRUE(listing(at("tree")) == tree && listing(there.at("copy")) == tree);
         std::filesystem::remove_all(there.at("copy"));
     };
@@ -97,8 +97,8 @@ TEST_F(moves, lose_nothing_when_they_fail)
     run_with_own_mounts(at(""), leave_both);
     run_with_own_mounts(there.at(""), [&] { refuse("EROFS", "tree", "new"); });
     hook = [](auto const& call, auto const&) { return call == "utimensat" ? EPERM : 0; };
-    auto const move_with_times = [&] { rename(name("tree"), there.name("x"), {true}); };
-    EXPECT_THROW(move_with_times(), std::filesystem::filesystem_error);
+    EXPECT_THROW(rename(name("tree"), there.name("x"), rename_options{true}),
+                 std::filesystem::filesystem_error);
     hook = nullptr;
     EXPECT_TRUE(listing(at("tree")) == tree && listing(there.at("x")) == tree);
     run_with_own_mounts(at("closed"), [&, room = there.at("empty")] {
@@ -116,8 +116,8 @@ TEST_F(moves, lose_nothing_when_they_fail)
     hook = [](auto const& call, auto const& entry) { // somebody else is faster
         return call == "mkdir" && entry.ends_with("/sub") ? ::mkdir(entry.c_str(), 0777) : 0;
     };
-    named const both_names{name("tree"), there.name("y")};
-    EXPECT_TRUE(fails_with("EIO", both_names, [&] { rename(name("tree"), there.name("y")); }));
+    named const tree_and_y{name("tree"), there.name("y")};
+    EXPECT_TRUE(fails_with("EIO", tree_and_y, [&] { rename(name("tree"), there.name("y")); }));
     hook = nullptr;
     EXPECT_EQ(listing(at("tree")), tree);
     ASSERT_EQ(::chmod(at("tree/large").c_str(), 0), 0);

@@ -1,7 +1,5 @@
 #include "operation_cases.hpp"
 
-#include <dirent.h>
-
 #include <cstdio>
 
 namespace nura::filesystem::test {
@@ -99,16 +97,14 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
 /// Removes as a program does that knows nothing of descriptors: every call by the full pathname.
 void walk_by_full_pathnames(std::string const& directory)
 {
-    DIR* const stream = ::opendir(directory.c_str());
-    while (dirent const* const entry = stream == nullptr ? nullptr : ::readdir(stream)) {
-        std::string const child = directory + '/' + entry->d_name;
-        if (entry->d_type != DT_DIR) {
-            ::unlinkat(AT_FDCWD, child.c_str(), 0);
-        } else if (!child.ends_with("/.") && !child.ends_with("/..")) {
-            walk_by_full_pathnames(child);
+    std::error_code ignored;
+    for (auto const& entry : std::filesystem::directory_iterator{directory, ignored}) {
+        if (!entry.is_symlink(ignored) && entry.is_directory(ignored)) {
+            walk_by_full_pathnames(entry.path().string());
+        } else {
+            ::unlinkat(AT_FDCWD, entry.path().c_str(), 0);
         }
     }
-    stream == nullptr ? 0 : ::closedir(stream);
     ::rmdir(directory.c_str());
 }
 

@@ -114,6 +114,7 @@ TEST(space, is_counted_as_the_system_counts_it)
 {
     scene const s;
     s.expect("space", "file/x - ENOTDIR  loop - ELOOP  missing - ENOENT  to-full - ok");
+    run_as(nobody, [&] { s.expect("space create_directories", "closed/x - EACCES EACCES"); });
     space_info const got = space(path{s.name("file")});
     EXPECT_EQ(got.capacity, std::filesystem::space(s.at("file")).capacity);
     EXPECT_TRUE(got.available <= got.free && got.free <= got.capacity && got.available != 0);

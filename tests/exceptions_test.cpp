@@ -1,12 +1,10 @@
 #include "support.hpp"
 
-#include <filesystem/operations.hpp>
-
-#include <boost/exception_ptr.hpp>
-
-#include <thread>
+#include <filesystem/describe.hpp>
 
 namespace nura::filesystem::test {
+
+using namespace std::literals;
 
 static_assert(std::is_abstract_v<FsysExceptionBase>);
 
@@ -18,6 +16,7 @@ static void expect_identity(FsysExceptionBase const& e, unsigned kind, std::stri
     EXPECT_EQ(e.pathname(), kind == 2 ? u"" : u"/a");
     EXPECT_EQ(e.other_pathnames(), std::vector<std::u16string>(kind == 1 || kind == 13, u"b"));
     EXPECT_EQ(e.error_number(), kind == 13 ? 28 : 0);
+    EXPECT_NE(describe(e).find('[' + type), std::string::npos) << describe(e);
 }
 
 TEST(exceptions, have_the_identifier_and_the_code_of_their_type)
@@ -36,31 +35,29 @@ TEST(exceptions, have_the_identifier_and_the_code_of_their_type)
 
 TEST(exceptions, of_an_invalid_argument_say_the_text_and_the_escaped_pathname)
 {
-    auto const text_of = [](std::string const& text, std::u16string const& pathname) {
+    std::tuple<std::string, std::u16string, std::string> const rows[]{
+        {"", u"", ""},
+        {"Invalid extension", u"", ": Invalid extension"},
+        {"No",
+         {u"\0\t\x1F ~\x7F\x80\xFFFF\U0001F600", 10},
+         ": No: {\\u0000\\u0009\\u001F ~\x7F\\u0080\\uFFFF\\uD83D\\uDE00}"}};
+    for (auto const& [text, pathname, said] : rows) {
         InvalidArgument const e{text, pathname, {u"never said"}};
-        std::string const first = e.what();
-        EXPECT_EQ(first, e.what());
-        return first.substr(e.message_id().size());
-    };
-    EXPECT_EQ(text_of("", u""), "");
-    EXPECT_EQ(text_of("Invalid extension", u""), ": Invalid extension");
-    EXPECT_EQ(text_of("", u"/tmp/caf\u00E9"), ": {/tmp/caf\\u00E9}");
-    EXPECT_EQ(text_of("No", {u"\0\t\x1F ~\x7F\x80\xFFFF\U0001F600", 10}),
-              ": No: {\\u0000\\u0009\\u001F ~\x7F\\u0080\\uFFFF\\uD83D\\uDE00}");
+        EXPECT_EQ(e.what(), e.message_id() + said);
+    }
 }
 
-TEST(exceptions, reach_another_thread_with_their_type_and_content)
+TEST(exceptions, are_described_with_pathnames_reason_and_type_in_one_line)
 {
-    std::u16string const name(300, u'x');
-    boost::exception_ptr thrown;
-    try {
-        (void)exists(name);
-    } catch (FsysExceptionBase const&) {
-        thrown = boost::current_exception();
-    }
-    std::thread{[&] {
-        EXPECT_TRUE(fails<FileNameTooLarge>([&] { boost::rethrow_exception(thrown); }, {name}));
-    }}.join();
+    EXPECT_EQ(describe(PathNotFound{u""}, u"/\u00E9\n\xD800"),
+              "'/\u00E9\\u000A\\uD800': no such file or directory [PathNotFound]");
+    EXPECT_EQ(describe(SystemError{u"/a", {u"/ro/b"}, 30}, u"/x"),
+              "'/a' -> '/ro/b': read-only file system [SystemError 30]");
+    EXPECT_EQ(describe(SystemError{u"/a", {u""}, 30}),
+              "'/a': read-only file system [SystemError 30]");
+    EXPECT_EQ(describe(InvalidArgument{"Empty Path not permitted", u"", {}}),
+              "invalid argument: Empty Path not permitted [InvalidArgument]");
+    EXPECT_EQ(describe(std::runtime_error{"bro\x7Fken"}, u"/x"), "'/x': bro\\u007Fken");
 }
 
 } // namespace nura::filesystem::test

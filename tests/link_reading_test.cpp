@@ -1,13 +1,6 @@
-#include "support.hpp"
+#include "operation_cases.hpp"
 
-#include <filesystem/operations.hpp>
-
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <cstring>
-#include <fstream>
 
 namespace {
 int reads = 0;
@@ -23,117 +16,92 @@ extern "C" ssize_t readlink(char const* name, char* text, std::size_t size) noex
 }
 
 namespace nura::filesystem::test {
-namespace {
 
-using namespace std::literals;
-using name = std::u16string;
-
-constexpr auto read = [](auto const& link, auto const&) { (void)read_symlink(link); };
-constexpr auto compare = [](auto const& p1, auto const& p2) { (void)equivalent(p1, p2); };
-
-template <class Exception, class Call>
-void expect(Call call, name const& p1, name const& p2, failure const& expected = {})
+TEST(links, are_read_whole_whatever_their_length)
 {
-    EXPECT_TRUE(fails<Exception>([&] { call(p1, p2); }, expected));
-    EXPECT_TRUE(fails<Exception>([&] { call(path{p1, false}, path{p2, false}); }, expected));
-}
-
-/// A directory that is the current one and the home directory, so that the native form of a name
-/// in its directory "~" lies outside that one.
-class links : public testing::Test {
-protected:
-    links()
-    {
-        std::filesystem::create_directories(root.at("~/closed"));
-        std::filesystem::current_path(root.at(""));
-        std::ofstream{"file"};
-        std::filesystem::create_hard_link("file", "hard");
-        std::filesystem::create_symlink("file", "link");
-        std::filesystem::create_symlink("loop", "loop");
-        ::setenv("HOME", root.at("").c_str(), 1);
-    }
-
-    state_of_process const state;
-    temporary_root const root;
-};
-
-TEST_F(links, are_read_whole_whatever_their_length)
-{
+    scene const s;
     for (std::size_t const length : {1U, 1023U, 1024U, 1025U, 2048U, 4095U}) {
-        std::filesystem::remove("link");
-        if (::symlink(std::string(length, 't').c_str(), "link") != 0) {
+        auto const link = s.name("link of " + std::to_string(length));
+        if (::symlink(std::string(length, 't').c_str(), detail::to_filesystem(link).c_str()) != 0) {
             GTEST_SKIP() << "no link of " << length << " bytes here: " << std::strerror(errno);
         }
         reads = 0;
-        EXPECT_EQ(read_symlink(u"link"), name(length, u't'));
-        EXPECT_EQ(read_symlink(path{u"link"}).pathname(), name(length, u't'));
-        EXPECT_EQ(reads, 2 * (length / 1024 + 1)) << length;
+        EXPECT_EQ(read_symlink(link), std::u16string(length, u't'));
+        EXPECT_EQ(reads, length / 1024 + 1) << length;
     }
     answers_no_length = true;
-    expect<SystemError>(read, u"link", u"");
+    EXPECT_TRUE(fails<SystemError>([&] { (void)read_symlink(s.name("loop")); }));
     answers_no_length = false;
 }
 
-TEST_F(links, are_read_as_they_are_stored_or_as_paths)
+TEST(links, are_read_as_they_are_stored_or_as_paths)
 {
+    scene const s;
+    ::setenv("HOME", s.at("").c_str(), 1);
     for (auto const& [stored, as_path] : table<2>("a/b a/b  /a//../b/ /a/../b  ~ ~  \xFF \uFFFD")) {
-        std::filesystem::remove("link");
-        EXPECT_EQ(::symlink(stored.c_str(), "link"), 0);
-        EXPECT_EQ(read_symlink(u"~//link/"), detail::from_filesystem(stored));
-        path const text = read_symlink(path{u"~/link"});
+        std::filesystem::remove(s.at("loop"));
+        std::filesystem::create_symlink(stored, s.at("loop"));
+        EXPECT_EQ(read_symlink(u"~//loop/"), detail::from_filesystem(stored));
+        path const text = read_symlink(path{u"~/loop"});
         EXPECT_TRUE(text == path{detail::from_filesystem(as_path)} && text.expand_tilde()) << text;
     }
-    EXPECT_TRUE(read_symlink(u"").empty() && read_symlink(path{}).empty());
-    EXPECT_THROW(read(path{u"~/link", false}, 0), PathNotFound);
+    s.expect("read_symlink",
+             "file - EINVAL  missing - ENOENT  file/x - ENOTDIR  LONG - ENAMETOOLONG");
+    run_as(nobody, [&] { s.expect("read_symlink", "closed/x - EACCES"); });
 }
 
-TEST_F(links, are_named_if_they_cannot_be_read)
-{
-    expect<InvalidArgument>(read, u"file", u"", {u"file", {u""}});
-    expect<InvalidArgument>(read, u"link\0"s, u"", {u"link\0"s, {u""}});
-    expect<PathNotFound>(read, u"\xDC00", u"", {u"\uFFFD"});
-    expect<PathNotFound>(read, u"\xD800", u"");
-    expect<NotDirectoryError>(read, u"file/x", u"", {u"file/x"});
-    expect<SystemError>(read, u"loop/x", u"", {u"loop/x", {u""}, ELOOP});
-}
+/// A directory that is the current one and the home directory, with one called "~" in it.
+struct equivalence : testing::Test, scene {
+    equivalence()
+    {
+        std::filesystem::create_directories(at("~/closed"));
+        std::filesystem::current_path(at(""));
+        std::filesystem::create_hard_link("file", "hard");
+        ::setenv("HOME", at("").c_str(), 1);
+    }
+};
 
-TEST_F(links, and_other_names_are_equivalent_if_they_lead_to_one_file)
+TEST_F(equivalence, is_that_of_names_that_lead_to_one_file)
 {
     for (auto const& [p1, p2, by_string, by_path] : table<4>(
-             "file file 1 1  file hard 1 1  hard ./~/..//link 1 1  file ~ 0 0  file file/ 0 1  "
-             "file ~/file 0 1  . ~/.. 1 0  file missing 0 0  file loop 0 0  file '' 0 0")) {
+             "file file 1 1  file hard 1 1  hard ./~/..//to-file 1 1  file ~ 0 0  file file/ 0 1 "
+             "file ~/file 0 1  . ~/.. 1 0  file missing 0 0  loop file 0 0  file '' 0 0")) {
         SCOPED_TRACE(p1 + ' ' + p2);
         EXPECT_EQ(equivalent(u16(p1), u16(p2)), by_string == "1");
         EXPECT_EQ(equivalent(u16(p2), u16(p1)), by_string == "1");
         EXPECT_EQ(equivalent(path{u16(p1)}, path{u16(p2)}), by_path == "1");
     }
     EXPECT_FALSE(equivalent(u"\xD800", u"") || equivalent(u"\xD800", u"file"));
-    EXPECT_FALSE(equivalent(path{u"missing"}, path{u"\xD800"}));
+    EXPECT_TRUE(fails<InvalidArgument>([] { (void)equivalent(u"", u""); }, empty_refused));
+    EXPECT_TRUE(fails<PathNotFound>([] { (void)equivalent(u"\xD800", u"a\xD800"); }));
 }
 
-TEST_F(links, and_other_names_are_reported_by_their_low_bytes_if_neither_can_be_compared)
+TEST_F(equivalence, carries_low_bytes_where_neither_name_can_be_compared)
 {
-    expect<InvalidArgument>(compare, u"", u"", {{}, {}, 0, "Empty Path not permitted"});
-    expect<PathNotFound>(compare, u"\xD800", u"a\xD800");
-    expect<PathNotFound>(compare, u"\u4E2D", u"loop", {u"-"});
-    expect<PathNotFound>(compare, u"\u00E9\u01C3\u01A9", u"\xDC00", {u"\uFFFD\u00E9"});
-    expect<NotDirectoryError>(compare, u"file/\u4E2D", u"missing", {u"file/-"});
-    expect<SystemError>(compare, u"loop", u"\u4E2D", {u"loop", {u"-"}, ELOOP});
-    expect<InvalidArgument>(compare, u"\u4E2D\0"s, u"\u00E9", {u"-\0"s, {u"\uFFFD"}});
-    expect<InvalidArgument>(compare, u"file", u"file\0"s, {u"file", {u"file\0"s}});
-    expect<FileNameTooLarge>(compare, name(256, u'n'), u"\u4E2D", {u"-"});
-    expect<FileNameTooLarge>(compare, name(1024, u'n'), u"\u4E2D", {name(1024, u'n')});
-    // Where the first one is there and can be read in native form, the other is to blame.
-    expect<PathNotFound>(compare, u"~/file", u"\u4E2D", {u"-"});
-    std::filesystem::create_directory("closed");
-    std::ofstream{"closed/x"};
-    EXPECT_EQ(::chmod("~/closed", 0), 0);
-    run_as(nobody, [] {
-        expect<AccessDenied>(compare, u"~/closed/x", u"\u4E2D", {u"-"});
-        expect<AccessDenied>(compare, u"~/closed/\u4E2D", u"missing", {u"~/closed/-"});
-        expect<AccessDenied>(read, u"./~/closed/x", u"", {u"./~/closed/x"});
+    // Two names, the error, and what it carries; '#' is U+0000. Where the first is there and can
+    // be read in native form, the other is to blame.
+    auto const expect = [](std::string rows) {
+        std::replace(rows.begin(), rows.end(), '#', '\0');
+        for (auto const& row : table<5>(rows)) {
+            auto const text = [&](std::size_t i) { return detail::from_filesystem(row[i]); };
+            auto const p1 = text(0);
+            auto const p2 = text(1);
+            overloads const calls{[=] { (void)equivalent(p1, p2); },
+                                  [=] { (void)equivalent(path(p1, false), path(p2, false)); }};
+            EXPECT_TRUE(fails_with(row[2], {text(3), text(4)}, calls));
+        }
+    };
+    std::string const most(1024, 'n');
+    expect("\u4E2D loop ENOENT - ''       \u00E9\u01C3\u01A9 missing ENOENT \uFFFD\u00E9 '' "
+           "file/\u4E2D missing ENOTDIR file/- ''  loop \u4E2D ELOOP loop -  "
+           "\u4E2D# \u00E9 EINVAL -# \uFFFD        file file# EINVAL file file#  "
+           "~/file \u4E2D ENOENT - ''  " +
+           most.substr(0, 256) + " \u4E2D ENAMETOOLONG - ''  " + most + " \u4E2D ENAMETOOLONG " +
+           most + " ''");
+    ASSERT_EQ(::chmod("~/closed", 0) + ::chmod("closed", 0755), 0);
+    run_as(nobody, [&] {
+        expect("~/closed/x \u4E2D EACCES - ''  ~/closed/\u4E2D missing EACCES ~/closed/- ''");
     });
 }
 
-} // namespace
 } // namespace nura::filesystem::test

@@ -24,7 +24,8 @@ TEST(two_names, are_blamed_by_the_rules_of_moves_and_by_those_of_directory_copie
             open/s x >EISDIR >EISDIR EISDIR           1023 x >ENOENT >ENOENT >ENOENT
             open/s x >ENOTEMPTY >ENOTEMPTY ENOTEMPTY  1024 x ENOENT ENOENT ENOENT
             open/s x <EINVAL <EINVAL <EINVAL          1024 x EISDIR EISDIR EISDIR
-            open/s x <ENOTSUP <ENOTSUP <ENOTSUP       1023 x <EROFS <EROFS *    1024 x EROFS EROFS EROFS
+            open/s x <EOPNOTSUPP <EOPNOTSUPP <EOPNOTSUPP
+            1023 x <EROFS <EROFS *                    1024 x EROFS EROFS EROFS
             open/s x <EPERM <EPERM <EPERM             missing x >ENOTEMPTY * *  missing x <ENOSPC * *
             open/s x >EACCES >EACCES >EACCES          closed/s x EACCES * *     missing/s x EACCES * *
             open/u x >EACCES >EACCES EACCES           1023 x EACCES EACCES >EACCES
@@ -46,19 +47,23 @@ TEST(two_names, are_blamed_by_the_rules_of_moves_and_by_those_of_directory_copie
 
 TEST(copies, refuse_contradictory_options_before_they_look_at_names)
 {
-    for (unsigned value = 0; value < 64; ++value) {
+    for (unsigned short value = 0; value < 64; ++value) {
         bool const links = (value & 48) == 48;
-        auto const* const what = links ? "copy_symlinks & skip_symlinks"
-                                       : "overwrite_if_exists, skip_existing & update_existing";
-        failure const clash{
-            {}, {}, 0, "Invalid combination selected: "s + what + " cannot be used together"};
-        std::filesystem::copy_options const options{static_cast<unsigned short>(value)};
+        failure const clash{{},
+                            {},
+                            0,
+                            "Invalid combination selected: "s +
+                                (links ? "copy_symlinks & skip_symlinks"
+                                       : "overwrite_if_exists, skip_existing & "
+                                         "update_existing") +
+                                " cannot be used together"};
+        std::filesystem::copy_options const options{value};
         auto const all = [=](auto const& p) { nura::filesystem::copy(p, p, options); };
         auto const one = [=](auto const& p) { nura::filesystem::copy_file(p, p, options); };
-        for (auto const& [by_path, by_string] : {both(all, u"\xDC00"s), both(one, u"\xDC00"s)}) {
-            bool const refused = bool{fails<InvalidArgument>(by_path, clash)};
-            EXPECT_EQ(refused, links || std::popcount(value & 7) > 1) << value;
-            EXPECT_EQ(bool{fails<InvalidArgument>(by_string, clash)}, refused) << value;
+        for (auto const& call : {both(all, u"\xDC00"s)[0], both(one, u"\xDC00"s)[1]}) {
+            EXPECT_EQ(bool{fails<InvalidArgument>(call, clash)},
+                      links || std::popcount(value & 7U) > 1)
+                << value;
         }
     }
 }
@@ -70,7 +75,7 @@ TEST(copies_and_links, are_made_or_refused_as_the_standard_library_answers)
         file new ok ok <ENOTDIR -EINVAL ok            to-full new <EINVAL ok * ok ok
         full new <EINVAL ok ok -EINVAL ok             dangling new ENOENT ok ENOENT ok ok
         closed new <EINVAL ok ok -EINVAL ok           missing new ENOENT ENOENT ENOENT -ENOENT ok
-        loop new <ELOOP * <ELOOP ok -ELOOP            fifo new <EINVAL <ENOTSUP <ENOTDIR -EINVAL ok
+        loop new <ELOOP * <ELOOP ok -ELOOP            fifo new <EINVAL <EOPNOTSUPP <ENOTDIR -EINVAL ok
         file/x new >ENOTDIR >ENOTDIR ENOTDIR -ENOTDIR -ENOTDIR
         file full/x >EEXIST >EEXIST ENOTDIR -EINVAL -EEXIST
         file missing/x >ENOENT >ENOENT ENOTDIR -EINVAL -ENOENT
@@ -94,16 +99,13 @@ TEST(create_symlink, looks_at_the_target_unless_told_that_it_is_a_directory)
     ::setenv("HOME", "/h", 1);
     run_as(nobody, [] {
         for (unsigned const type : {0U, 1U, 0x4001U, 0xA000U, 0x4000U}) {
-            auto const make = [=](auto const& a, auto const& b) {
-                create_symlink(a, b, type);
-                EXPECT_TRUE(std::filesystem::remove("empty/l"));
-            };
-            auto const* const error = type == file_status::directory_file ? "ok" : "EACCES";
-            EXPECT_TRUE(fails_with(error, {}, both(make, u"closed/x"s, u"empty/l"s)));
-            EXPECT_FALSE(std::filesystem::is_symlink("empty/l"));
+            auto const make = [=] { create_symlink(u"closed/x", u"empty/l", type); };
+            EXPECT_TRUE(
+                fails_with(type == file_status::directory_file ? "ok" : "EACCES", {}, make));
         }
         create_symlink(path(u"~/x", false), path{u"empty/literal"});
         create_symlink(u"~//x/", u"empty/expanded/");
+        EXPECT_EQ(std::filesystem::read_symlink("empty/l"), "closed/x");
         EXPECT_EQ(std::filesystem::read_symlink("empty/literal"), "~/x");
         EXPECT_EQ(std::filesystem::read_symlink("empty/expanded"), "/h/x");
     });
@@ -113,41 +115,26 @@ TEST(space, is_counted_as_the_system_counts_it)
 {
     scene const s;
     s.expect("space", "file/x - ENOTDIR  loop - ELOOP  missing - ENOENT  to-full - ok");
+    run_as(nobody, [&] { s.expect("space create_directories", "closed/x - EACCES EACCES"); });
+    space_info const got = space(path{s.name("file")});
+    EXPECT_EQ(got.capacity, std::filesystem::space(s.at("file")).capacity);
+    EXPECT_TRUE(got.available <= got.free && got.free <= got.capacity && got.available != 0);
     // In failures only the low byte of each unit is left, here and of a copied directory.
-    for (auto const& [p, low] : {std::array{u"/\u4E2D"s, u"/-"s},
-                                 {u"/\u00E9"s, u"/\uFFFD"s},
-                                 {u"/\u01C3\u01A9"s, u"/\u00E9"s}}) {
-        EXPECT_TRUE(fails_with("ENOENT", {low}, operations.at("space")(p, u"")));
-        EXPECT_TRUE(fails_with("ENOENT", {low}, operations.at("copy_directory")(p, u"/x")));
-    }
-    run_with_own_mounts(s.at("closed"), [&, room = s.at("empty")] {
-        ASSERT_EQ(::mount("tmpfs", room.c_str(), "tmpfs", 0, "size=1m"), 0);
-        std::ofstream{room / "x"} << std::string(10'000, 'x');
-        auto const expected = std::filesystem::space(room);
-        space_info const got = space(path{s.name("empty/x")});
-        EXPECT_TRUE(got.capacity == 1U << 20 && got.free < got.capacity);
-        EXPECT_TRUE(got.free == expected.free && got.available == expected.available);
-    });
+    EXPECT_TRUE(fails_with("ENOENT", {u"/\uFFFD-"}, operations.at("space")(u"/\u00E9\u4E2D", u"")));
+    EXPECT_TRUE(fails_with("ENOENT", {u"/\u00E9"},
+                           operations.at("copy_directory")(u"/\u01C3\u01A9", u"/x")));
 }
 
 TEST(network_names_and_shortcuts, are_a_round_trip_and_a_refusal)
 {
     scene const s;
-    ::setenv("HOME", "/h", 1);
-    contents const before = s.all();
-    for (auto const& [p, round_trip] : {std::array{u""s, u""s},
-                                        {u"//a//\u00E9/"s, u"//a//\u00E9/"s},
-                                        {u"~/x"s, u"~/x"s},
-                                        {u"a\0b"s, u"a\0b"s},
-                                        {u"a\xDC00"s, u"a\xFFFD"s},
-                                        {u"a\xD800"s, u""s}}) {
-        EXPECT_TRUE(get_unc_path(p, false) == round_trip && get_unc_path(p, true) == round_trip);
-        EXPECT_EQ(get_unc_path(path(p, false), true), path(round_trip));
-        auto const make = [](auto const& a, auto const& b) { create_shortcut(a, b); };
-        EXPECT_TRUE(fails<InvalidOperation>(both(make, p, s.name("new"))[0]));
-        EXPECT_TRUE(fails<InvalidOperation>(both(make, p, s.name("new"))[1]));
+    for (std::u16string const& name : {u""s, u"//a//\u00E9/"s, u"~/x"s, u"a\0b"s}) {
+        EXPECT_EQ(get_unc_path(name, false), name);
+        EXPECT_TRUE(fails<InvalidOperation>([&] { create_shortcut(name, s.name("new")); }));
     }
-    EXPECT_EQ(s.all(), before);
+    EXPECT_EQ(get_unc_path(u"a\xDC00", true), u"a\uFFFD");
+    EXPECT_EQ(get_unc_path(path(u"~", false), true), path{u"~"});
+    EXPECT_TRUE(fails<InvalidOperation>([] { create_shortcut(path{}, path{}); }));
 }
 
 } // namespace nura::filesystem::test

@@ -12,12 +12,6 @@ CLIENT = os.path.abspath(sys.argv.pop())
 
 
 class Client(unittest.TestCase):
-    def open_terminal(self):
-        try:
-            return pty.openpty()
-        except OSError as failure:
-            self.skipTest(f"no terminal to be had: {failure}")
-
     def setUp(self):
         self.root = self.enterContext(tempfile.TemporaryDirectory())
         os.makedirs(self.at("été/文"))
@@ -32,80 +26,29 @@ class Client(unittest.TestCase):
     def at(self, name):
         return os.path.join(self.root, name)
 
-    def run_client(self, *arguments, stdin=b""):
-        done = subprocess.run([CLIENT, *arguments], input=stdin, capture_output=True,
-                              cwd=self.root, env=self.environment, timeout=60)
-        return done.returncode, done.stdout.decode(), done.stderr.decode()
+    def run_client(self, *arguments, given=b"", **options):
+        done = subprocess.run([CLIENT, *arguments], cwd=self.root, env=self.environment, timeout=60,
+                              **(options or {"capture_output": True, "input": given}))
+        return done.returncode, (done.stdout or b"").decode(), (done.stderr or b"").decode()
 
-    def objects(self, *arguments, stdin=b""):
-        status, out, err = self.run_client(*arguments, stdin=stdin)
+    def objects(self, *arguments, given=b""):
+        status, out, err = self.run_client(*arguments, given=given)
         self.assertEqual("", err)
         return status, [json.loads(line) for line in out.splitlines()]
 
-    def test_exit_statuses(self):
-        for arguments, expected in (
-                (["exists", "link", "~/été", "été//文/"], 0), (["explain", "gone"], 0),
-                (["exists", "link", "dangling"], 1), (["status", "gone"], 1),
-                (["status-light", "~"], 1), (["status-light", "link/文"], 0),
-                (["exists", "x" * 300, "gone"], 13), (["status", "++/x", "loop", b"\xe9"], 23),
-                (["exists", b"caf\xe9", "gone"], 2), (["exists", "--frob", "link"], 2),
-                (["exists"], 2), (["frob"], 2), ([], 2), (["--help"], 0), (["--version"], 0)):
-            self.assertEqual(expected, self.run_client(*arguments)[0], arguments)
+    def run_in_terminal(self, *arguments, answer=b""):
+        try:
+            master, terminal = pty.openpty()
+        except OSError as failure:
+            self.skipTest(f"no terminal to be had: {failure}")
+        os.write(master, answer)
+        done = self.run_client(*arguments, stdin=terminal, stdout=terminal, stderr=terminal)
+        os.close(terminal)
+        shown = os.read(master, 9999)
+        os.close(master)
+        return done[0], shown
 
-    def test_takes_names_literally(self):
-        names = ["[a,b]", "++", "{}", "=", "exists", "a\nb", "", "%%", "--", "-x"]
-        status, found = self.objects("exists", "--json", *names[:-2], "--", *names[-2:])
-        self.assertEqual((1, names), (status, [each["path"] for each in found]))
-        self.assertEqual(["", "%%", "--"], [each["path"] for each in found if not each["exists"]])
-
-    def test_reads_names_from_standard_input(self):
-        for options, given, names in (
-                ([], b"link\n\n++", ["link", "", "++"]), ([], b"", []),
-                (["-0"], b"a\nb\0link\0", ["a\nb", "link"]), ([], b"li\0nk\n", ["li\0nk"])):
-            _, found = self.objects("exists", "--json", *options, "gone", "-", stdin=given)
-            self.assertEqual(["gone", *names], [each["path"] for each in found])
-        status, found = self.objects("exists", "--json", "-", stdin=b"link\nno\xe9\n++\n")
-        self.assertEqual((2, ["link", None, "++"]), (status, [each["path"] for each in found]))
-        self.assertIn(r"2: 'no\xE9'", found[1]["error"]["description"])
-
-    def test_status(self):
-        os.chmod(self.at("++"), 0o5640)
-        os.utime(self.at("++"), ns=(0, -2_000))
-        _, (file, link) = self.objects("symlink-status", "--json", "++", "link")
-        for key, expected in (("type", "regular file"), ("permissions", "5640"), ("size", 5),
-                              ("permission_letters", "rwSr----T"),
-                              ("access_time", "1970-01-01T00:00:00.000000Z"),
-                              ("modification_time", "1969-12-31T23:59:59.999998Z")):
-            self.assertEqual(expected, file[key], key)
-        self.assertEqual("symbolic link", link["type"])
-
-    def test_explain(self):
-        _, (found,) = self.objects("explain", "--json", "~//link/文/x.tar.gz/")
-        native = self.at("link/文/x.tar.gz")
-        for key, expected in (("expanded", self.root + "//link/文/x.tar.gz/"), ("native", native),
-                              ("units", len(native)), ("bytes", len(native.encode())),
-                              ("parent", self.at("link/文")), ("filename", "x.tar.gz"),
-                              ("stem", "x.tar"), ("extension", "gz")):
-            self.assertEqual(expected, found[key], key)
-        self.assertRegex(found["hash"], "^[0-9a-f]{16}$")
-        self.assertEqual([{"element": "link", "found": "symbolic link", "target": "été",
-                           "leads_to": "directory"}, {"element": "文", "found": "directory"},
-                          {"element": "x.tar.gz", "found": "regular file"}], found["elements"][-3:])
-        self.assertIn("loop -> loop ('loop': too many", self.run_client("explain", "loop")[1])
-
-    def test_failures(self):
-        status, out, err = self.run_client("status", "++/x", "link")
-        self.assertEqual((18, "link\n"), (status, out[:5]))
-        self.assertEqual("nura-fs status: '++/x': not a directory [NotDirectoryError]\n", err)
-        _, found = self.objects("status-light", "--json", "loop", "link")
-        self.assertEqual({
-            "type": "SystemError", "kind": 13, "message_id": "nura:filesystem:SystemError",
-            "pathname": "loop", "other_pathnames": [""], "error_number": 40,
-            "description": "'loop': too many levels of symbolic links [SystemError 40]"},
-            found[0]["error"])
-        self.assertEqual("directory", found[1]["type"])
-
-    def test_changes_and_answers(self):
+    def test_steps(self):
         other = "/dev/shm" if os.path.isdir("/dev/shm") else None
         away = self.enterContext(tempfile.TemporaryDirectory(dir=other))
         for step in (
@@ -124,7 +67,7 @@ class Client(unittest.TestCase):
                 f"2 completion x; 0 cwd > {self.root}; 0 cwd link > {self.root}/été; "
                 "0 unc a//\n > a//\\u000A; 0 unc -0 \n > \n\0; 11 canonical --base b .; "
                 f"0 canonical link/文 > {self.root}/été/文; 0 relative link --base été/文 > ..; "
-                "0 absolute --base /b ../x > /b/../x; "
+                "0 absolute --base /b ../x > /b/../x; 2 exists --frob link; 2 frob; 2 exists; "
                 f"0 weakly-canonical link/../z/../w > {self.root}/w").split("; "):
             command, _, answer = step.partition(" > ")
             status, *arguments = command.split(" ")
@@ -135,6 +78,52 @@ class Client(unittest.TestCase):
                          self.run_client("create-symlink", "++", "link")[2])
         self.assertLess(0, self.objects("space", "--json", "/")[1][0]["capacity"])
 
+    def test_names_and_exit_statuses(self):
+        for arguments, expected in (
+                (["exists", "link", "~/été", "été//文/"], 0), (["explain", "gone"], 0),
+                (["exists", "link", "dangling"], 1), (["status-light", "link/文", "~"], 1),
+                (["exists", "x" * 300, "gone"], 13), (["status", "++/x", "loop", b"\xe9"], 23),
+                (["exists", b"caf\xe9", "gone"], 2), ([], 2), (["--help"], 0)):
+            self.assertEqual(expected, self.run_client(*arguments)[0], arguments)
+        names = ["[a,b]", "++", "{}", "=", "exists", "a\nb", "", "%%", "--", "-x"]
+        status, found = self.objects("exists", "--json", *names[:-2], "--", *names[-2:])
+        self.assertEqual((1, names), (status, [each["path"] for each in found]))
+        self.assertEqual(["", "%%", "--"], [each["path"] for each in found if not each["exists"]])
+        for options, given, names in (
+                ([], b"link\n\n++", ["link", "", "++"]), ([], b"", []), ([], b"li\0nk", ["li\0nk"]),
+                (["-0"], b"a\nb\0link\0", ["a\nb", "link"]), ([], b"no\xe9\n++", [None, "++"])):
+            _, found = self.objects("exists", "--json", *options, "gone", "-", given=given)
+            self.assertEqual(["gone", *names], [each["path"] for each in found])
+        self.assertIn(r"1: 'no\xE9'", found[1]["error"]["description"])
+
+    def test_answers(self):
+        os.chmod(self.at("++"), 0o5640)
+        os.utime(self.at("++"), ns=(0, -2_000))
+        native = self.at("link/文/x.tar.gz")
+        for command, name, expected in (
+                ("symlink-status", "++", {
+                    "type": "regular file", "permissions": "5640", "size": 5,
+                    "permission_letters": "rwSr----T", "access_time": "1970-01-01T00:00:00.000000Z",
+                    "modification_time": "1969-12-31T23:59:59.999998Z"}),
+                ("explain", "~//link/文/x.tar.gz/", {
+                    "expanded": self.root + "//link/文/x.tar.gz/", "native": native,
+                    "units": len(native), "bytes": len(native.encode()), "stem": "x.tar",
+                    "parent": self.at("link/文"), "filename": "x.tar.gz", "extension": "gz"}),
+                ("status-light", "loop", {"error": {
+                    "type": "SystemError", "kind": 13, "message_id": "nura:filesystem:SystemError",
+                    "pathname": "loop", "other_pathnames": [""], "error_number": 40,
+                    "description": "'loop': too many levels of symbolic links [SystemError 40]"}})):
+            _, (found,) = self.objects(command, "--json", name)
+            self.assertEqual(expected, {key: found[key] for key in expected})
+        _, (found,) = self.objects("explain", "--json", "link/文")
+        self.assertEqual([{"element": "link", "found": "symbolic link", "target": "été",
+                           "leads_to": "directory"}, {"element": "文", "found": "directory"}],
+                         found["elements"])
+        self.assertIn("loop -> loop ('loop': too many", self.run_client("explain", "loop")[1])
+        status, out, err = self.run_client("status", "++/x", "link")
+        self.assertEqual((18, "link\n"), (status, out[:5]))
+        self.assertEqual("nura-fs status: '++/x': not a directory [NotDirectoryError]\n", err)
+
     def test_remove_all(self):
         # Without --yes nothing happens to the root should the guard fail.
         for names in (["/", "..", "."], ["--yes", "~", "été/文/../..", "/proc/self/cwd"]):
@@ -142,13 +131,7 @@ class Client(unittest.TestCase):
             self.assertEqual((2, 3), (status, err.count("never removed")), names)
         self.assertIn("--yes", self.run_client("remove-all", "été")[2])
         for answer, status in ((b"no\n", 2), (b"y\n", 0), (b"y\n", 17)):
-            master, terminal = self.open_terminal()
-            os.write(master, answer)
-            done = subprocess.run([CLIENT, "remove-all", "été"], stdin=terminal, stderr=terminal,
-                                  cwd=self.root, env=self.environment, timeout=60)
-            os.close(terminal)
-            os.close(master)
-            self.assertEqual(status, done.returncode)
+            self.assertEqual(status, self.run_in_terminal("remove-all", "été", answer=answer)[0])
             self.assertEqual(status == 2, os.path.exists(self.at("été")))
 
     def test_completion_and_suggestions(self):
@@ -166,25 +149,20 @@ class Client(unittest.TestCase):
     def test_lost_output(self):
         for arguments in (["exists", "/"], ["status", "--json", "/dev/null/x"], ["--version"]):
             with open("/dev/full", "wb") as full:
-                done = subprocess.run([CLIENT, *arguments], stdout=full, stderr=subprocess.PIPE)
-            self.assertEqual((3, True), (done.returncode, b"No space left" in done.stderr))
+                status, _, err = self.run_client(*arguments, stdout=full, stderr=subprocess.PIPE)
+            self.assertEqual((3, True), (status, "No space left" in err))
         reader, writer = os.pipe()
         os.close(reader)
-        done = subprocess.run([CLIENT, "--version"], stdout=writer, stderr=subprocess.PIPE,
-                              restore_signals=False)
+        lost = self.run_client("--version", stdout=writer, restore_signals=False)
         os.close(writer)
-        self.assertEqual((-signal.SIGPIPE, b""), (done.returncode, done.stderr))
+        self.assertEqual(-signal.SIGPIPE, lost[0])
 
     def test_colour_on_terminals_only(self):
-        for variable, option, coloured in (("A", "-0", True), ("NO_COLOR", "-0", False),
-                                           ("A", "--json", False)):
-            master, terminal = self.open_terminal()
-            subprocess.run([CLIENT, "status", option, "/", "/dev/null/x"], stdout=terminal,
-                           stderr=terminal, env={**self.environment, variable: ""})
-            os.close(terminal)
-            self.assertEqual(coloured, b"\033[" in os.read(master, 9999))
-            os.close(master)
-        self.assertNotIn("\033[", "".join(self.run_client("status", "link", "++/x")[1:]))
+        for option, variable, coloured in (("-0", "A", True), ("--json", "A", False),
+                                           ("-0", "NO_COLOR", False)):
+            self.environment[variable] = ""
+            shown = self.run_in_terminal("status", option, "/", "/dev/null/x")[1]
+            self.assertEqual(coloured, b"\033[" in shown)
 
 
 unittest.main()

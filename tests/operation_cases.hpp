@@ -10,12 +10,9 @@
 
 #include <fcntl.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
-#include <cstdlib>
 #include <fstream>
 #include <map>
 
@@ -25,26 +22,6 @@ namespace nura::filesystem::test {
 /// pathname that the call is about (of `getcwd` the size), and gives the error to answer in place
 /// of the system, 0 for none, or -1 for a failure that leaves `errno` at 0.
 extern thread_local std::function<int(std::string const& call, std::string const& about)> hook;
-
-/// The number and the exception of each error by its name; "ok" is no error.
-extern std::map<std::string, std::pair<int, failure_check>> const errors;
-
-/// Whether `call` fails as the error of a system call leads to, naming `first` and, where the type
-/// has room for it, `second`.
-struct named {
-    std::u16string first{};
-    std::u16string second{};
-};
-testing::AssertionResult fails_with(std::string const& error, named const& names,
-                                    std::function<void()> const& call);
-
-/// The same of both calls.
-using overloads = std::array<std::function<void()>, 2>;
-testing::AssertionResult fails_with(std::string const& error, named const& names,
-                                    overloads const& calls);
-
-/// The failure of the operations that refuse an empty pathname.
-inline failure const empty_refused{{}, {}, 0, "Empty Path not permitted"};
 
 /// The calls of an operation on `path`s, and on strings of which none is in native form.
 template <class Call, class... Names>
@@ -71,8 +48,6 @@ std::ptrdiff_t open_descriptors();
 /// where the process may not mount. `read_only` cannot be written there.
 void run_with_own_mounts(std::string const& read_only, std::function<void()> const& body);
 
-inline bool const long_run = std::getenv("NURA_LONG_TESTS") != nullptr;
-
 /// A directory with file, empty/, full/x, closed/x (only root may enter closed), fifo, and the
 /// links to-file, to-full, dangling and loop.
 class scene {
@@ -82,6 +57,8 @@ public:
     /// "-" is the empty name, "LONG" one that is too long; "1023" and "1024" are names of as many
     /// UTF-16 units, and both of 1,024 bytes.
     std::filesystem::path at(std::string const& entry) const;
+    /// A name of deep directories, of so many bytes.
+    std::filesystem::path at_length(std::size_t length, std::string const& start = "e") const;
     std::u16string name(std::string const& entry) const { return at(entry).u16string(); }
     contents all() const { return listing(at("")); }
     void populate() const;

@@ -8,8 +8,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <tuple>
+#include <cstring>
+#include <map>
 
 namespace nura::filesystem::test {
 
@@ -26,6 +26,49 @@ testing::AssertionResult reports(FsysExceptionBase const& thrown, failure const&
            << thrown.what()
            << " (pathname, others, number, text, cloneable): " << testing::PrintToString(is)
            << ", expected " << testing::PrintToString(should_be);
+}
+
+int number_of(std::string const& error)
+{
+    int number = error == "ok" ? 0 : 200;
+    while (number > 0 &&
+           (::strerrorname_np(number) == nullptr || ::strerrorname_np(number) != error)) {
+        --number;
+    }
+    return number;
+}
+
+testing::AssertionResult fails_with(int error, named const& names,
+                                    std::function<void()> const& call)
+{
+    using check = testing::AssertionResult (*)(std::function<void()> const&, failure const&);
+    static std::map<int, check> const checks{
+        {ENOENT, fails<PathNotFound>},        {EACCES, fails<AccessDenied>},
+        {EEXIST, fails<FileExistsError>},     {ENOTDIR, fails<NotDirectoryError>},
+        {EISDIR, fails<FileIsDirectory>},     {EINVAL, fails<InvalidArgument>},
+        {ENOTSUP, fails<InvalidArgument>},    {ENAMETOOLONG, fails<FileNameTooLarge>},
+        {ENOTEMPTY, fails<DirectoryNotEmpty>}};
+    auto const found = checks.find(error);
+    bool const other = found == checks.end();
+    failure expected{names.first, {}, other ? error : 0};
+    if (other || error == EINVAL || error == ENOTSUP) {
+        expected.other_pathnames = {names.second};
+    }
+    return (other ? fails<SystemError> : found->second)(call, expected);
+}
+
+testing::AssertionResult fails_with(std::string const& error, named const& names,
+                                    std::function<void()> const& call)
+{
+    return error == "ok" ? (call(), testing::AssertionSuccess())
+                         : fails_with(number_of(error), names, call);
+}
+
+testing::AssertionResult fails_with(std::string const& error, named const& names,
+                                    overloads const& calls)
+{
+    auto const result = fails_with(error, names, calls[0]);
+    return result ? fails_with(error, names, calls[1]) : result;
 }
 
 temporary_root::temporary_root(std::filesystem::path const& below)

@@ -13,6 +13,8 @@
 #include <sys/types.h>
 
 #include <array>
+#include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -50,8 +52,28 @@ template <class Exception>
     return testing::AssertionFailure() << "nothing was thrown";
 }
 
-/// `fails` for one type, as a cell of a table.
-using failure_check = testing::AssertionResult (*)(std::function<void()> const&, failure const&);
+/// The number of an error by its name; of "ok", which is none, 0.
+int number_of(std::string const& error);
+
+/// The pathnames that a failure of the system is to name, the second where the type has room.
+struct named {
+    std::u16string first{};
+    std::u16string second{};
+};
+
+/// Whether `call` fails as the error of a system call leads to; "ok" is no error.
+testing::AssertionResult fails_with(int error, named const& names,
+                                    std::function<void()> const& call);
+testing::AssertionResult fails_with(std::string const& error, named const& names,
+                                    std::function<void()> const& call);
+
+/// The same of both calls of an operation.
+using overloads = std::array<std::function<void()>, 2>;
+testing::AssertionResult fails_with(std::string const& error, named const& names,
+                                    overloads const& calls);
+
+/// The failure of the operations that refuse an empty pathname.
+inline failure const empty_refused{{}, {}, 0, "Empty Path not permitted"};
 
 /// A directory that anyone may search, with a canonical name. It goes with all that is in it,
 /// whatever the modes have become.
@@ -121,6 +143,8 @@ std::vector<std::array<std::string, Columns>> table(std::string const& text)
     }
     return rows;
 }
+
+inline bool const long_run = std::getenv("NURA_LONG_TESTS") != nullptr;
 
 /// `ascii` as UTF-16.
 inline std::u16string u16(std::string_view ascii)

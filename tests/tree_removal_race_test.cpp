@@ -1,7 +1,5 @@
 #include "operation_cases.hpp"
 
-#include <dirent.h>
-
 #include <cstdio>
 
 namespace nura::filesystem::test {
@@ -60,8 +58,8 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
             int calls = 0;
             bool swapped = false;
             bool before_open = false;
-            hook = [&, &w = what, &e = entry, number = errors.at(error).first](auto const& call,
-                                                                               auto const& name) {
+            hook = [&, &w = what, &e = entry, number = number_of(error)](auto const& call,
+                                                                         auto const& name) {
                 bool const now = calls++ == moment;
                 swapped = swapped || (now && w != "call" && swap(root, e, w));
                 before_open = before_open || (now && call == "openat" && name == about);
@@ -99,16 +97,14 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
 /// Removes as a program does that knows nothing of descriptors: every call by the full pathname.
 void walk_by_full_pathnames(std::string const& directory)
 {
-    DIR* const stream = ::opendir(directory.c_str());
-    while (dirent const* const entry = stream == nullptr ? nullptr : ::readdir(stream)) {
-        std::string const child = directory + '/' + entry->d_name;
-        if (entry->d_type != DT_DIR) {
-            ::unlinkat(AT_FDCWD, child.c_str(), 0);
-        } else if (!child.ends_with("/.") && !child.ends_with("/..")) {
-            walk_by_full_pathnames(child);
+    std::error_code ignored;
+    for (auto const& entry : std::filesystem::directory_iterator{directory, ignored}) {
+        if (!entry.is_symlink(ignored) && entry.is_directory(ignored)) {
+            walk_by_full_pathnames(entry.path().string());
+        } else {
+            ::unlinkat(AT_FDCWD, entry.path().c_str(), 0);
         }
     }
-    stream == nullptr ? 0 : ::closedir(stream);
     ::rmdir(directory.c_str());
 }
 
@@ -131,10 +127,10 @@ std::ptrdiff_t files_lost(unsigned rounds,
         std::atomic<int> phase = waiting;
         std::thread swapper{[&, from = root.at("work/link"), to = root.at("work/" + entry)] {
             for (int is = phase; is != ended; is = phase) {
-                is == waiting
-                    ? 0
-                    : ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE);
-                is == started ? phase.compare_exchange_strong(is, swapping) : false;
+                if (is != waiting) {
+                    ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_EXCHANGE);
+                    phase.compare_exchange_strong(is = started, swapping);
+                }
             }
         }};
         hook = [&](std::string const& call, std::string const&) {

@@ -6,8 +6,8 @@
 set -euo pipefail
 build=$1 scratch=$2 compiler=$3
 export CMAKE_GENERATOR=Ninja
-tests=$(dirname "$(readlink -f "$0")")
-consumer=$tests/consumer
+project=$(dirname "$(dirname "$(readlink -f "$0")")")
+consumer=$project/examples/consumer
 
 rm -rf "$scratch"
 mkdir -p "$scratch"
@@ -32,8 +32,8 @@ configure_and_check() { # NAME OPTION...
     check "$scratch/$1/consumer"
 }
 configure_and_check installed -DCMAKE_PREFIX_PATH="$scratch/moved"
-configure_and_check subdirectory -DNURA_SUBDIRECTORY="$(dirname "$tests")"
-configure_and_check static -DNURA_SUBDIRECTORY="$(dirname "$tests")" -DBUILD_SHARED_LIBS=OFF
+configure_and_check subdirectory -DNURA_SUBDIRECTORY="$project"
+configure_and_check static -DNURA_SUBDIRECTORY="$project" -DBUILD_SHARED_LIBS=OFF
 
 compile() { # SOURCE OUTPUT OPTION...
     # shellcheck disable=SC2046

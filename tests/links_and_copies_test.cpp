@@ -89,6 +89,14 @@ TEST(copies_and_links, are_made_or_refused_as_the_standard_library_answers)
     copy_file(s.name("file"), s.name("full/x"), std::filesystem::copy_options::overwrite_existing);
     expected["full/x"] = expected["file"];
     EXPECT_EQ(s.all(), expected);
+    hook = [&s](auto const& call, auto const& name) { // a log goes on while it is copied
+        std::ofstream{s.at("file"), std::ios::app}
+            << (call == "open" && name == s.at("log") ? "+" : "");
+        return 0;
+    };
+    EXPECT_NO_THROW(copy_file(s.name("file"), s.name("log")));
+    hook = nullptr;
+    EXPECT_LT(file_size(s.at("log")), file_size(s.at("file")));
 }
 
 TEST(create_symlink, looks_at_the_target_unless_told_that_it_is_a_directory)

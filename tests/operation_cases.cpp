@@ -1,6 +1,7 @@
 #include "operation_cases.hpp"
 
 #include <dirent.h>
+#include <sys/sendfile.h>
 
 namespace nura::filesystem::test {
 
@@ -42,6 +43,7 @@ NURA_WATCH(int, -1, rename, (char const* a, char const* b) noexcept, AT_FDCWD, a
 NURA_WATCH(int, -1, utimensat, (int d, char const* n, timespec const* t, int f) noexcept, d, n, d, n, t, f)
 NURA_WATCH(int, -1, open, (char const* n, int f, ...), AT_FDCWD, n, n, f, 0600)
 NURA_WATCH(int, -1, openat, (int d, char const* n, int f, ...), d, n, d, n, f, 0600)
+NURA_WATCH(ssize_t, -1, sendfile, (int to, int d, off_t* at, std::size_t n) noexcept, d, "", to, d, at, n)
 NURA_WATCH(int, -1, fstat, (int d, struct stat* s) noexcept, d, "", d, s)
 NURA_WATCH(int, -1, fstatat, (int d, char const* n, struct stat* s, int f) noexcept, d, n, d, n, s, f)
 NURA_WATCH(int, -1, unlinkat, (int d, char const* n, int f) noexcept, d, n, d, n, f)

@@ -1,7 +1,7 @@
 """What the shared library shows: exactly the recorded names of its own, and beside them only
 weak symbols of Boost and the standard library.
 
-    exported_symbols_test.py LIBRARY RECORD [--record]
+    exported_symbols.py LIBRARY RECORD [--record]
 """
 
 import re

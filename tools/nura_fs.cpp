@@ -7,6 +7,7 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <memory>
 #include <numeric>
 #include <utility>
 
@@ -112,15 +113,62 @@ std::size_t edit_distance(std::string_view one, std::string_view other)
     return row.back();
 }
 
-/// A question for who mistyped a subcommand; empty if none is near.
+/// What other clients call our subcommands.
+constexpr std::pair<std::string_view, std::string_view> other_words[] = {
+    {"chmod", "permissions"},
+    {"cp", "copy"},
+    {"df", "space"},
+    {"ln", "create-symlink"},
+    {"mkdir", "create-directory"},
+    {"move", "rename"},
+    {"mv", "rename"},
+    {"pwd", "cwd"},
+    {"readlink", "read-symlink"},
+    {"realpath", "canonical"},
+    {"rm", "remove-file"},
+    {"rmdir", "remove-directory"},
+    {"stat", "status"},
+};
+
+/// A hint for who mistyped a subcommand; empty if none is near.
 std::string suggestion_for(std::string_view word)
 {
+    if (word.starts_with('-')) {
+        return ": options go behind the subcommand";
+    }
+    for (auto const& [other, ours] : other_words) {
+        if (word == other) {
+            return fmt::format(": did you mean '{}'?", ours);
+        }
+    }
     auto const distance = [word](command const& each) { return edit_distance(word, each.name); };
     auto const nearest = std::ranges::min_element(client::commands(), {}, distance);
     return distance(*nearest) <= (word.size() + 2) / 3
                ? fmt::format(": did you mean '{}'?", nearest->name)
                : "";
 }
+
+/// Two operands in one stand for a pair: the dots that CLI11 puts behind any number are wrong
+/// there.
+class help_formatter : public CLI::Formatter {
+public:
+    std::string make_option_usage(CLI::Option const* option) const override
+    {
+        return for_pair(option) ? option->get_name(true)
+                                : CLI::Formatter::make_option_usage(option);
+    }
+
+    std::string make_option_opts(CLI::Option const* option) const override
+    {
+        return for_pair(option) ? "" : CLI::Formatter::make_option_opts(option);
+    }
+
+private:
+    static bool for_pair(CLI::Option const* option)
+    {
+        return option->get_positional() && option->get_name(true).find(' ') != std::string::npos;
+    }
+};
 
 std::string usage_message(CLI::App const* app, CLI::Error const& reason)
 {
@@ -130,7 +178,7 @@ std::string usage_message(CLI::App const* app, CLI::Error const& reason)
     if (!unknown.empty()) {
         std::string const word = unmarked(unknown.front());
         what = fmt::format("unknown argument '{}'{}", word,
-                           app->get_subcommands().empty() ? suggestion_for(word) : "");
+                           app->remaining(false).empty() ? "" : suggestion_for(word));
     }
     return fmt::format("nura-fs: {}\nRun with --help for more information.\n", what);
 }
@@ -138,8 +186,10 @@ std::string usage_message(CLI::App const* app, CLI::Error const& reason)
 int run_client(std::vector<std::string> const& arguments)
 {
     CLI::App app{"Name, examine and change files through the nura filesystem library.", "nura-fs"};
-    app.get_formatter()->column_width(22);
-    app.get_formatter()->label("REQUIRED", "");
+    auto const formatter = std::make_shared<help_formatter>();
+    formatter->column_width(22);
+    formatter->label("REQUIRED", "");
+    app.formatter(formatter);
     app.set_version_flag("--version", "nura-fs " NURA_FS_VERSION);
     app.require_subcommand(1)->footer(footer)->failure_message(usage_message);
     client::settings given;

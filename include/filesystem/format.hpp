@@ -33,6 +33,9 @@ struct fmt::formatter<nura::filesystem::path> : fmt::formatter<fmt::string_view>
         return fmt::formatter<fmt::string_view>::parse(context);
     }
 
+    /// Quotes from now on, or no more: what {fmt} calls for the elements of ranges.
+    constexpr void set_debug_format(bool set = true) { quoted_ = set; }
+
     template <class Context>
     auto format(nura::filesystem::path const& p, Context& context) const -> decltype(context.out())
     {

@@ -62,7 +62,8 @@ command_options const one_kind{
     {}, {"--type", "TYPE", "Only this: file or directory", "file directory"}};
 command_options const kind_of_target{
     {}, {"--type", "TYPE", "What the target is: auto, file, directory", "auto file directory"}};
-command_options const moving{{{"--preserve-times", 1, "Keep times of regular files across file systems"}}};
+command_options const moving{
+    {{"--preserve-times", 1, "Keep times of regular files across file systems"}}};
 command_options const copying_options{copy_flags};
 command_options const copying_files{{copy_flags.begin(), copy_flags.begin() + 3}};
 command_options const base{{}, {"--base", "DIRECTORY", "Start here, not in the current directory"}};

@@ -2,8 +2,7 @@
 
 #include "operations/failure_attribution.hpp"
 #include "operations/tree_copy.hpp"
-
-#include <filesystem/pathname_traits.hpp>
+#include "pathname/grammar.hpp"
 
 #include <sys/stat.h>
 
@@ -86,9 +85,8 @@ int refusal_by_target(struct stat const& source, stdfs::path const& to)
 /// Whether `p` stands for a directory without naming its entry; the system moves no such thing.
 bool names_no_entry(stdfs::path const& p)
 {
-    stdfs::path const last = p.filename();
-    return last.empty() || last == pathname_traits<char>::CURRENT_DIRECTORY ||
-           last == pathname_traits<char>::PARENT_DIRECTORY;
+    std::string const last = p.filename().native();
+    return last.empty() || grammar::is_dot_element(std::string_view{last});
 }
 
 int refusal(stdfs::path const& from, stdfs::path const& to)

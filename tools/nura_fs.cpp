@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -114,7 +115,7 @@ std::size_t edit_distance(std::string_view one, std::string_view other)
 }
 
 /// What other clients call our subcommands.
-constexpr std::pair<std::string_view, std::string_view> other_words[] = {
+constexpr auto other_words = std::to_array<std::pair<std::string_view, std::string_view>>({
     {"chmod", "permissions"},
     {"cp", "copy"},
     {"df", "space"},
@@ -128,7 +129,7 @@ constexpr std::pair<std::string_view, std::string_view> other_words[] = {
     {"rm", "remove-file"},
     {"rmdir", "remove-directory"},
     {"stat", "status"},
-};
+});
 
 /// A hint for who mistyped a subcommand; empty if none is near.
 std::string suggestion_for(std::string_view word)

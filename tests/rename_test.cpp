@@ -22,7 +22,7 @@ struct moves : testing::Test, scene {
         std::filesystem::permissions(at("tree/sub"), std::filesystem::perms{01755});
         tree = listing(at("tree"));
         if (::link(at("file").c_str(), there.at("linked").c_str()) == 0) {
-            GTEST_SKIP() << "one file system only";
+            GTEST_SKIP() << "no other file system to write to";
         }
     }
 
@@ -41,7 +41,7 @@ struct moves : testing::Test, scene {
         }
     }
 
-    scene const there{"/dev/shm"};
+    scene const there{elsewhere};
     std::filesystem::file_time_type old{std::chrono::nanoseconds{-5'000'000'000'123'456'789}};
     contents tree;
 };

@@ -10,7 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
-#include <sys/types.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
@@ -90,6 +90,9 @@ public:
 private:
     std::filesystem::path directory_;
 };
+
+/// Where there may be another file system, in memory.
+inline char const* const elsewhere = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
 
 /// Puts back the home directory, the current directory and the mask of modes as they were.
 class state_of_process : boost::noncopyable {

@@ -48,7 +48,7 @@ TEST(tree_removal, loses_nothing_outside_whatever_happens_before_any_system_call
         for (int moment = entry == "outer" ? 1 : 0; reached; ++moment) {
             SCOPED_TRACE(what + ' ' + entry + ' ' + error + " before call " +
                          std::to_string(moment));
-            temporary_root const root{"/dev/shm"};
+            temporary_root const root{elsewhere};
             build(root.at("work"), 2);
             build(root.at("outside"), 2);
             contents const outside = listing(root.at("outside"));
@@ -114,7 +114,7 @@ void walk_by_full_pathnames(std::string const& directory)
 std::ptrdiff_t files_lost(unsigned rounds,
                           std::function<void(std::string const&)> const& remove_tree)
 {
-    temporary_root const root{"/dev/shm"};
+    temporary_root const root{elsewhere};
     std::ptrdiff_t lost = 0;
     for (unsigned round = 0; round < rounds; ++round) {
         std::string const entry =

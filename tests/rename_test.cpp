@@ -1,8 +1,24 @@
-#include "operation_cases.hpp"
+#include "support.hpp"
+
+#include <sys/mount.h>
 
 namespace nura::filesystem::test {
 
 using namespace std::literals;
+
+/// Runs `body` in a forked child whose mounts no other process sees, and which end with it; skips
+/// where the process may not mount. `read_only` cannot be written there.
+static void run_with_own_mounts(std::string const& read_only, std::function<void()> const& body)
+{
+    run_as(::geteuid(), [&, name = read_only.c_str()] {
+        if (::unshare(CLONE_NEWNS) + ::mount("", "/", "", MS_REC | MS_PRIVATE, "") != 0) {
+            GTEST_SKIP() << "no mounts of its own";
+        }
+        ASSERT_EQ(::mount(name, name, "", MS_BIND, ""), 0);
+        ASSERT_EQ(::mount("", name, "", MS_BIND | MS_REMOUNT | MS_RDONLY, ""), 0);
+        body();
+    });
+}
 
 /// A scene on another file system beside a tree whose links lead out of it, to other files
 /// wherever it is moved.

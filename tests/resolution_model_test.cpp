@@ -1,12 +1,7 @@
 #include "support.hpp"
 
-#include <filesystem/operations.hpp>
-
 #include <boost/filesystem/path.hpp>
 
-#include <sys/stat.h>
-
-#include <fstream>
 #include <random>
 
 namespace nura::filesystem::test {

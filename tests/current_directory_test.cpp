@@ -7,22 +7,6 @@
 
 namespace nura::filesystem::test {
 
-TEST(current_directory, is_read_in_native_form_after_each_change_and_stays_after_a_failure)
-{
-    scene const s;
-    std::filesystem::create_directories(s.at("~/\xC3\xA9\xFF"));
-    std::filesystem::current_path(s.at("~/\xC3\xA9\xFF"));
-    EXPECT_EQ(get_current_path(), s.name("~/") + u"\u00E9\uFFFD");
-    ::setenv("HOME", s.at("full").c_str(), 1);
-    change_current_path(u"~");
-    change_current_path(u"../to-full/..//");
-    EXPECT_EQ(get_current_path(), path{s.name("")}.pathname());
-    change_current_path(path(u"~", false));
-    s.expect("change_current_path",
-             "missing - ENOENT  file - ENOTDIR  loop - ELOOP  LONG - ENAMETOOLONG");
-    EXPECT_EQ(get_current_path(), s.name("~"));
-}
-
 TEST(current_directory, is_returned_whole_whatever_its_length)
 {
     scene const s;

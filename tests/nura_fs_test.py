@@ -31,8 +31,7 @@ class Client(unittest.TestCase):
         return done.returncode, (done.stdout or b"").decode(), (done.stderr or b"").decode()
 
     def objects(self, *arguments, given=b""):
-        return [json.loads(line) for line in self.run_client(*arguments, given=given)[1].split("\n")
-                if line]
+        return [json.loads(line) for line in self.run_client(*arguments, given=given)[1].splitlines()]
 
     def run_in_terminal(self, *arguments, answer=b""):
         try:
@@ -86,14 +85,11 @@ class Client(unittest.TestCase):
     def test_answers(self):
         os.chmod(self.at("++"), 0o5640)
         os.utime(self.at("++"), ns=(0, -2_000))
-        native = self.at("link/文/x.tar.gz")
         for command, name, expected in (
                 ("symlink-status", "++", {
                     "type": "regular file", "permissions": "5640", "size": 5,
                     "permission_letters": "rwSr----T", "access_time": "1970-01-01T00:00:00.000000Z",
                     "modification_time": "1969-12-31T23:59:59.999998Z"}),
-                ("explain", "~//link/文/x.tar.gz/", {
-                    "native": native, "bytes": len(native.encode()), "extension": "gz"}),
                 ("explain", "link/文", {"elements": [
                     {"element": "link", "found": "symbolic link", "target": "été",
                      "leads_to": "directory"}, {"element": "文", "found": "directory"}]}),

@@ -103,9 +103,8 @@ TEST_F(moves, lose_nothing_when_they_fail)
 {
     ASSERT_EQ(::chmod(there.at("").c_str(), 0777), 0);
     auto const leave_both = [&] { // the source may not be removed
-        named const both_names{name("tree"), there.name("copy")};
-        EXPECT_TRUE(
-            fails_with(0, both_names, [&] { rename(both_names.first, both_names.second); }));
+        EXPECT_TRUE(fails<SystemError>([&] { rename(name("tree"), there.name("copy")); },
+                                       {name("tree"), {there.name("copy")}}));
         EXPECT_TRUE(listing(at("tree")) == tree && listing(there.at("copy")) == tree);
         std::filesystem::remove_all(there.at("copy"));
     };

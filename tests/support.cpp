@@ -36,9 +36,13 @@ int number_of(std::string const& error)
     return number;
 }
 
-testing::AssertionResult fails_with(int error, named const& names,
+testing::AssertionResult fails_with(std::string const& name, named const& names,
                                     std::function<void()> const& call)
 {
+    if (name == "ok") {
+        call();
+        return testing::AssertionSuccess();
+    }
     using check = testing::AssertionResult (*)(std::function<void()> const&, failure const&);
     static std::map<int, check> const checks{
         {ENOENT, fails<PathNotFound>},        {EACCES, fails<AccessDenied>},
@@ -46,6 +50,7 @@ testing::AssertionResult fails_with(int error, named const& names,
         {EISDIR, fails<FileIsDirectory>},     {EINVAL, fails<InvalidArgument>},
         {ENOTSUP, fails<InvalidArgument>},    {ENAMETOOLONG, fails<FileNameTooLarge>},
         {ENOTEMPTY, fails<DirectoryNotEmpty>}};
+    int const error = number_of(name);
     auto const found = checks.find(error);
     bool const other = found == checks.end();
     failure expected{names.first, {}, other ? error : 0};
@@ -53,13 +58,6 @@ testing::AssertionResult fails_with(int error, named const& names,
         expected.other_pathnames = {names.second};
     }
     return (other ? fails<SystemError> : found->second)(call, expected);
-}
-
-testing::AssertionResult fails_with(std::string const& error, named const& names,
-                                    std::function<void()> const& call)
-{
-    return error == "ok" ? (call(), testing::AssertionSuccess())
-                         : fails_with(number_of(error), names, call);
 }
 
 testing::AssertionResult fails_with(std::string const& error, named const& names,

@@ -68,8 +68,6 @@ struct named {
 };
 
 /// Whether `call` fails as the error of a system call leads to; "ok" is no error.
-testing::AssertionResult fails_with(int error, named const& names,
-                                    std::function<void()> const& call);
 testing::AssertionResult fails_with(std::string const& error, named const& names,
                                     std::function<void()> const& call);
 

@@ -4,8 +4,6 @@
 
 namespace nura::filesystem::test {
 
-using namespace std::literals;
-
 static_assert(std::is_abstract_v<FsysExceptionBase>);
 
 static void expect_identity(FsysExceptionBase const& e, unsigned kind, std::string const& type)
@@ -35,16 +33,12 @@ TEST(exceptions, have_the_identifier_and_the_code_of_their_type)
 
 TEST(exceptions, of_an_invalid_argument_say_the_text_and_the_escaped_pathname)
 {
-    std::tuple<std::string, std::u16string, std::string> const rows[]{
-        {"", u"", ""},
-        {"Invalid extension", u"", ": Invalid extension"},
-        {"No",
-         {u"\0\t\x1F ~\x7F\x80\xFFFF\U0001F600", 10},
-         ": No: {\\u0000\\u0009\\u001F ~\x7F\\u0080\\uFFFF\\uD83D\\uDE00}"}};
-    for (auto const& [text, pathname, said] : rows) {
-        InvalidArgument const e{text, pathname, {u"never said"}};
-        EXPECT_EQ(e.what(), e.message_id() + said);
-    }
+    std::u16string const odd{u"\0\t\x1F ~\x7F\x80\xFFFF\U0001F600", 10};
+    InvalidArgument const e{"No", odd, {u"never said"}};
+    EXPECT_EQ(e.what(),
+              e.message_id() + ": No: {\\u0000\\u0009\\u001F ~\x7F\\u0080\\uFFFF\\uD83D\\uDE00}");
+    EXPECT_EQ((InvalidArgument{"No", u"", {}}.what()), e.message_id() + ": No");
+    EXPECT_EQ((InvalidArgument{"", u"", {}}.what()), e.message_id());
 }
 
 TEST(exceptions, are_described_with_pathnames_reason_and_type_in_one_line)
@@ -53,8 +47,8 @@ TEST(exceptions, are_described_with_pathnames_reason_and_type_in_one_line)
               "'/\u00E9\\u000A\\uD800': no such file or directory [PathNotFound]");
     EXPECT_EQ(describe(SystemError{u"/a", {u"/ro/b"}, 30}, u"/x"),
               "'/a' -> '/ro/b': read-only file system [SystemError 30]");
-    EXPECT_EQ(describe(SystemError{u"/a", {u""}, 30}),
-              "'/a': read-only file system [SystemError 30]");
+    EXPECT_EQ(describe(SystemError{u"/a", {u""}, 28}),
+              "'/a': no space left on device [SystemError 28]");
     EXPECT_EQ(describe(InvalidArgument{"Empty Path not permitted", u"", {}}),
               "invalid argument: Empty Path not permitted [InvalidArgument]");
     EXPECT_EQ(describe(std::runtime_error{"bro\x7Fken"}, u"/x"), "'/x': bro\\u007Fken");

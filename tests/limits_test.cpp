@@ -1,4 +1,4 @@
-#include "operation_cases.hpp"
+#include "support.hpp"
 
 #include <boost/thread/thread.hpp>
 
@@ -11,7 +11,7 @@ namespace nura::filesystem::test {
 /// descriptors, and then.
 static void make_and_remove(std::string const& name, int depth, int files)
 {
-    temporary_root const root{"/dev/shm"};
+    temporary_root const root{elsewhere};
     std::filesystem::create_directory(root.at("top"));
     std::filesystem::current_path(root.at("top"));
     for (int level = 0; level < depth; ++level) {
@@ -58,7 +58,7 @@ TEST(tree_removal, takes_deep_trees_many_entries_and_names_that_are_no_text)
 TEST(descriptors, are_as_many_after_failing_operations_as_before)
 {
     scene const s;
-    scene const there{"/dev/shm"};
+    scene const there{elsewhere};
     run_as(nobody, [&] {
         std::ptrdiff_t descriptors = 0;
         for (int round = 0; round <= (long_run ? 10'000 : 1'000); ++round) {

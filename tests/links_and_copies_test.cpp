@@ -1,4 +1,4 @@
-#include "operation_cases.hpp"
+#include "support.hpp"
 
 #include <bit>
 
@@ -40,30 +40,26 @@ TEST(two_names, are_blamed_by_the_rules_of_moves_and_by_those_of_directory_copie
         EXPECT_TRUE(fails_with("EACCES", {u"x"}, [] { rename(u"s", u"x"); }));
         EXPECT_TRUE(
             fails_with("EACCES", {u"~/x"}, [] { rename(path(u"~/x", false), path{u"x"}); }));
-        hook = [](auto const&, auto const&) { return -1; };
+        hook = [](auto const& call, auto const&) { return call == "rename" ? -1 : 0; };
         EXPECT_NO_THROW(rename(u"x", u"y")); // a failure without a reason counts as none
     });
 }
 
 TEST(copies, refuse_contradictory_options_before_they_look_at_names)
 {
+    std::string const start = "Invalid combination selected: ";
+    std::string const end = " cannot be used together";
+    failure const exclusive{
+        {}, {}, 0, start + "overwrite_if_exists, skip_existing & update_existing" + end};
+    failure const links{{}, {}, 0, start + "copy_symlinks & skip_symlinks" + end};
     for (unsigned short value = 0; value < 64; ++value) {
-        bool const links = (value & 48) == 48;
-        failure const clash{{},
-                            {},
-                            0,
-                            "Invalid combination selected: "s +
-                                (links ? "copy_symlinks & skip_symlinks"
-                                       : "overwrite_if_exists, skip_existing & "
-                                         "update_existing") +
-                                " cannot be used together"};
+        bool const contradictory = (value & 48) == 48 || std::popcount(value & 7U) > 1;
         std::filesystem::copy_options const options{value};
         auto const all = [=](auto const& p) { nura::filesystem::copy(p, p, options); };
         auto const one = [=](auto const& p) { nura::filesystem::copy_file(p, p, options); };
         for (auto const& call : {both(all, u"\xDC00"s)[0], both(one, u"\xDC00"s)[1]}) {
-            EXPECT_EQ(bool{fails<InvalidArgument>(call, clash)},
-                      links || std::popcount(value & 7U) > 1)
-                << value;
+            auto const& clash = (value & 48) == 48 ? links : exclusive;
+            EXPECT_EQ(bool{fails<InvalidArgument>(call, clash)}, contradictory) << value;
         }
     }
 }
@@ -112,21 +108,15 @@ TEST(create_symlink, looks_at_the_target_unless_told_that_it_is_a_directory)
                 fails_with(type == file_status::directory_file ? "ok" : "EACCES", {}, make));
         }
         create_symlink(path(u"~/x", false), path{u"empty/literal"});
-        create_symlink(u"~//x/", u"empty/expanded/");
         EXPECT_EQ(std::filesystem::read_symlink("empty/l"), "closed/x");
         EXPECT_EQ(std::filesystem::read_symlink("empty/literal"), "~/x");
-        EXPECT_EQ(std::filesystem::read_symlink("empty/expanded"), "/h/x");
     });
 }
 
 TEST(space, is_counted_as_the_system_counts_it)
 {
     scene const s;
-    s.expect("space", "file/x - ENOTDIR  loop - ELOOP  missing - ENOENT  to-full - ok");
-    run_as(nobody, [&] { s.expect("space create_directories", "closed/x - EACCES EACCES"); });
-    space_info const got = space(path{s.name("file")});
-    EXPECT_EQ(got.capacity, std::filesystem::space(s.at("file")).capacity);
-    EXPECT_TRUE(got.available <= got.free && got.free <= got.capacity && got.available != 0);
+    EXPECT_EQ(space(path{s.name("file")}).capacity, std::filesystem::space(s.at("file")).capacity);
     // In failures only the low byte of each unit is left, here and of a copied directory.
     EXPECT_TRUE(fails_with("ENOENT", {u"/\uFFFD-"}, operations.at("space")(u"/\u00E9\u4E2D", u"")));
     EXPECT_TRUE(fails_with("ENOENT", {u"/\u00E9"},
@@ -135,14 +125,12 @@ TEST(space, is_counted_as_the_system_counts_it)
 
 TEST(network_names_and_shortcuts, are_a_round_trip_and_a_refusal)
 {
-    scene const s;
     for (std::u16string const& name : {u""s, u"//a//\u00E9/"s, u"~/x"s, u"a\0b"s}) {
         EXPECT_EQ(get_unc_path(name, false), name);
-        EXPECT_TRUE(fails<InvalidOperation>([&] { create_shortcut(name, s.name("new")); }));
+        EXPECT_TRUE(fails<InvalidOperation>([&] { create_shortcut(name, u"new"); }));
     }
     EXPECT_EQ(get_unc_path(u"a\xDC00", true), u"a\uFFFD");
     EXPECT_EQ(get_unc_path(path(u"~", false), true), path{u"~"});
-    EXPECT_TRUE(fails<InvalidOperation>([] { create_shortcut(path{}, path{}); }));
 }
 
 } // namespace nura::filesystem::test

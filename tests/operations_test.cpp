@@ -1,4 +1,4 @@
-#include "operation_cases.hpp"
+#include "support.hpp"
 
 namespace nura::filesystem::test {
 

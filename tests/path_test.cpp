@@ -64,21 +64,26 @@ TEST(path, is_displayed_with_what_people_cannot_read_escaped)
     EXPECT_EQ(out.str(), "a\\u000A\\u007F\\u0085\u00A0\\uD800/\U0001F600\\uDC00");
 }
 
-// What benchmarks/llvm_hash.cpp, the hash of LLVM's standard library, answers for the texts below.
-constexpr std::uint64_t recorded_hashes[]{
-#include "hash_vectors.inc"
-};
+// What benchmarks/llvm_hash.cpp, the hash of LLVM's standard library, answers for texts of so many
+// units.
+constexpr std::pair<std::size_t, std::uint64_t> recorded_hashes[]{
+    {0, 0x9ae16a3b2f90404f},   {1, 0xff16be6b3fbc2c47},  {2, 0xc4ad3be1a1472f6c},
+    {4, 0xea006042f51d7dd},    {8, 0x1d0cbf851c5265},    {9, 0x6809ed84de386d01},
+    {16, 0xbef27925f93af912},  {17, 0x49fb98a6ac09bb0d}, {32, 0x4d8e846704be5dc8},
+    {33, 0x9abaed20e59cf5ab},  {64, 0xdd01b9ca33edb85},  {65, 0xe46cb271beb5fc88},
+    {128, 0x387b2bb0fcacfb9b}, {300, 0xb139fc60e21ed3d}};
 
 TEST(path_hash, is_the_recorded_one_whatever_the_length_and_the_tilde_switch)
 {
-    static_assert(noexcept(std::hash<path>{}(path{})) && std::size(recorded_hashes) == 301);
+    static_assert(noexcept(std::hash<path>{}(path{})));
     std::mt19937 units{2024};
     std::u16string text;
-    for (std::uint64_t const expected : recorded_hashes) {
-        ASSERT_EQ(path(text).pathname(), text) << "the recorded text is not in native form";
-        EXPECT_EQ(std::hash<path>{}(path{text, true}), expected) << text.size() << " units";
+    for (auto const& [length, expected] : recorded_hashes) {
+        while (text.size() < length) {
+            text += static_cast<char16_t>(units());
+        }
+        EXPECT_EQ(std::hash<path>{}(path{text, true}), expected) << length << " units";
         EXPECT_EQ(boost::hash<path>{}(path{text, false}), expected);
-        text += static_cast<char16_t>(units());
     }
 }
 

@@ -23,23 +23,19 @@ void expect_common_rules()
     };
     state_of_process const kept;
     ::setenv("HOME", "/u//", 1);
-    for (auto const& [given, literal, expanded] :
-         table<3>("~ ~ /u  ~//x// ~/x /u/x  x//~ x/~ x/~")) {
-        EXPECT_EQ(traits::make_native_form(in(given), false), in(literal));
-        EXPECT_EQ(traits::make_native_form(in(given), true), in(expanded));
-    }
+    EXPECT_EQ(traits::make_native_form(in("~//x//"), true), in("/u/x"));
     // The text "refused" stands for the refusal of an absolute tail.
     for (auto const& [base, tail, result] : table<3>(R"(
              '' '' ''  '' //x/ /x   / x /x     a/ b/ a/b  a// b a//b  a '' a/  / '' /
-             a b/~ a/b/~  '' ~/x /u/x  a /x refused  a // refused  a ~/x refused)")) {
+             a b/~ a/b/~  '' ~/x /u/x)")) {
         auto p = in(base);
-        auto const append = [&, &t = tail] { traits::concatenate_pathname(p, in(t), true); };
-        if (result == "refused") {
-            EXPECT_TRUE(fails<InvalidArgument>(append, absolute_refused));
-        } else {
-            append();
-            EXPECT_EQ(p, in(result));
-        }
+        traits::concatenate_pathname(p, in(tail), true);
+        EXPECT_EQ(p, in(result));
+    }
+    for (auto const* tail : {"/x", "//", "~/x"}) {
+        auto p = in("a");
+        EXPECT_TRUE(fails<InvalidArgument>([&] { traits::concatenate_pathname(p, in(tail), true); },
+                                           absolute_refused));
     }
     for (auto const& [given, parent, filename] : table<3>(
              "'' '' ''  / '' /  /a / a  a '' a  a/ a ''  /a/b /a b  /a//b/ /a//b ''  ~/x ~ x")) {
@@ -71,16 +67,15 @@ TEST(pathname_grammar, separates_the_extension)
     }
     for (auto const& [given, extension, changed] : table<3>(R"(
              a.txt md a.md  a.txt .md a.md  a md a.md  .profile bak .bak  a. md a..md
-             a.b '' a.b  '' md ''  d/ md d/  .. md ..  d.e/. .. d.e/.  d/ x/y d/  d.e/a b.c d.e/a.b.c
-             a . refused  a .. refused  a ..md refused  a x/y refused  a .x/ refused)")) {
+             a.b '' a.b  '' md ''  d/ md d/  .. md ..  d.e/. .. d.e/.  d/ x/y d/  d.e/a b.c d.e/a.b.c)")) {
         string p = u16(given);
-        auto const replace = [&, &e = extension] { replace_extension(p, u16(e)); };
-        if (changed == "refused") {
-            EXPECT_TRUE(fails<InvalidArgument>(replace, extension_refused));
-        } else {
-            replace();
-            EXPECT_EQ(p, u16(changed));
-        }
+        replace_extension(p, u16(extension));
+        EXPECT_EQ(p, u16(changed));
+    }
+    string p = u"a";
+    for (auto const* extension : {u".", u"..", u"..md", u"x/y", u".x/"}) {
+        EXPECT_TRUE(
+            fails<InvalidArgument>([&] { replace_extension(p, extension); }, extension_refused));
     }
 }
 
@@ -152,16 +147,13 @@ TEST(pathname_grammar, agrees_with_itself_for_texts_of_any_length)
 
 TEST(pathname_grammar, stays_within_the_ends)
 {
-    std::size_t pos = 9;
+    std::size_t pos = 0;
     string element = u"kept";
-    move_up(u"/a", 1, pos = 0, element);
+    move_up(u"/a", 1, pos, element);
     EXPECT_TRUE(pos == 0 && element == u"kept");
     move_down(u"/a", 1, pos = 9, element);
     EXPECT_TRUE(pos == 9 && element.empty());
-    for (auto const& [p, length, first] :
-         table<3>("'' 0 ''  '' 1 ''  /a/b 1 /  /a/b 0 ''  a/b 0 a  ab 0 ab  ab 1 a  ab 9 ab")) {
-        EXPECT_EQ(extract_first_element(u16(p), std::stoul(length)), u16(first));
-    }
+    EXPECT_EQ(extract_first_element(u"ab", 9), u"ab");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "operation_cases.hpp"
+#include "support.hpp"
 
 namespace nura::filesystem::test {
 
@@ -46,22 +46,6 @@ TEST(remove_all, leaves_to_the_system_the_names_that_it_refuses)
         std::filesystem::current_path(s.at(name == "." ? "work" : ""));
         EXPECT_TRUE(fails_with(error, {u16(name)}, [p = u16(name)] { remove_all(p); }));
         EXPECT_TRUE(listing(s.at("work")).empty()) << name;
-    }
-}
-
-TEST(remove_all, takes_no_name_that_is_too_long_in_one_piece)
-{
-    scene const s;
-    for (std::size_t const length : {std::size_t{PATH_MAX}, std::size_t{PATH_MAX - 1}}) {
-        std::string name = s.at("").string();
-        std::string const last(2 + (length - name.size()) % 2, 'x');
-        std::ofstream{s.at(last)};
-        while (name.size() + last.size() < length) {
-            name += "./";
-        }
-        EXPECT_TRUE(fails_with(length < PATH_MAX ? "ok" : "ENAMETOOLONG", {u16(name + last)},
-                               [&] { remove_all(u16(name + last)); }));
-        EXPECT_EQ(std::filesystem::exists(s.at(last)), length == PATH_MAX);
     }
 }
 

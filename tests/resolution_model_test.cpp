@@ -1,12 +1,7 @@
 #include "support.hpp"
 
-#include <filesystem/operations.hpp>
-
 #include <boost/filesystem/path.hpp>
 
-#include <sys/stat.h>
-
-#include <fstream>
 #include <random>
 
 namespace nura::filesystem::test {
@@ -82,14 +77,6 @@ struct slow {
         boost::filesystem::path const all{native(built.pathname())};
         return dotted ? form(text(all.lexically_normal().string())) : built.pathname();
     }
-
-    static name relative(name const& p, name const& base)
-    {
-        path const start{base.empty() ? get_current_path() : base};
-        boost::filesystem::path const from{native(weakly_canonical(start))};
-        boost::filesystem::path const to{native(weakly_canonical(path{p}))};
-        return text(to.lexically_relative(from).string());
-    }
 };
 
 void compare(name const& p, name const& base, bool expand_tilde)
@@ -109,9 +96,6 @@ void compare(name const& p, name const& base, bool expand_tilde)
          [&] { return resolved(q.pathname(), b.pathname()); });
     same([&] { return weakly_canonical(p); }, [&] { return slow::weakly_canonical(path{p}); });
     same([&] { return held(weakly_canonical(q)); }, [&] { return slow::weakly_canonical(q); });
-    same([&] { return relative(p, base); }, [&] { return slow::relative(p, base); });
-    same([&] { return held(relative(q, b)); },
-         [&] { return slow::form(slow::relative(q.pathname(), b.pathname())); });
 }
 
 /// A tree of awkward names, and pathnames into it and past it; the same for the same seed.

@@ -1,4 +1,4 @@
-#include "operation_cases.hpp"
+#include "support.hpp"
 
 #include <regex>
 
@@ -66,23 +66,6 @@ TEST_F(resolution, reads_the_current_directory_only_where_a_pathname_depends_on_
          {both(in_full, u"x"s, u""s), both(real, u"."s, u""s), both(between, u""s, u""s)}) {
         EXPECT_TRUE(fails_with("ENOENT", {}, resolve));
     }
-}
-
-TEST_F(resolution, returns_canonical_names_of_any_length_whole)
-{
-    for (std::size_t const length : {1024U, 1025U, 2000U, 4000U}) {
-        std::string const deep = at_length(length).string();
-        std::filesystem::create_directories(deep);
-        std::filesystem::remove("loop");
-        std::filesystem::create_directory_symlink(deep, "loop");
-        expect(real, "loop '' " + deep);
-        expect(partly_real, "@/loop/x '' " + deep + "/x");
-    }
-    // A name that a shorter one leads to, but that is itself too long to be asked for.
-    std::string const end(200, 'd');
-    std::filesystem::create_directory("loop/" + end);
-    EXPECT_TRUE(
-        fails_with("ENAMETOOLONG", {name("loop/" + end)}, both(real, u16("loop/" + end), u""s)));
 }
 
 } // namespace

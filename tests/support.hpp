@@ -2,21 +2,27 @@
 
 /// \file
 /// What the tests share: a place in the file system, the state of the process, a child with other
-/// rights, tables, and one way to expect a failure.
+/// rights, tables, one way to expect a failure, and for the tests of operations that change files
+/// every one of them by its name, a scene to check them on and a hook in the system calls.
 
 #include <filesystem/exceptions.hpp>
+#include <filesystem/operations.hpp>
 
 #include <boost/core/noncopyable.hpp>
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
-#include <sys/types.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <functional>
+#include <map>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -62,8 +68,6 @@ struct named {
 };
 
 /// Whether `call` fails as the error of a system call leads to; "ok" is no error.
-testing::AssertionResult fails_with(int error, named const& names,
-                                    std::function<void()> const& call);
 testing::AssertionResult fails_with(std::string const& error, named const& names,
                                     std::function<void()> const& call);
 
@@ -90,6 +94,9 @@ public:
 private:
     std::filesystem::path directory_;
 };
+
+/// Where there may be another file system, in memory.
+inline char const* const elsewhere = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
 
 /// Puts back the home directory, the current directory and the mask of modes as they were.
 class state_of_process : boost::noncopyable {
@@ -151,5 +158,58 @@ inline std::u16string u16(std::string_view ascii)
 {
     return {ascii.begin(), ascii.end()};
 }
+
+/// What runs on this thread before each system call that is watched: it is told the call and the
+/// pathname that the call is about (of `getcwd` the size), and gives the error to answer in place
+/// of the system, 0 for none, or -1 for a failure that leaves `errno` at 0.
+extern thread_local std::function<int(std::string const& call, std::string const& about)> hook;
+
+/// The calls of an operation on `path`s, and on strings of which none is in native form.
+template <class Call, class... Names>
+overloads both(Call call, Names const&... names)
+{
+    auto const loosely = [](std::u16string const& name) {
+        return name.empty() ? name : (name[0] == u'/' ? u"/" : u"") + name + u"//";
+    };
+    return {[=] { call(path(names, false)...); }, [=] { call(loosely(names)...); }};
+}
+
+/// Every operation by its name, with its flags. Those on one name ignore the second.
+using operation = std::function<overloads(std::u16string const&, std::u16string const&)>;
+extern std::map<std::string, operation> const operations;
+
+/// All that is below `directory`, each with its mode and its contents or the text of the link.
+using contents = std::map<std::string, std::string>;
+contents listing(std::filesystem::path const& directory);
+
+/// How many descriptors the process has open.
+std::ptrdiff_t open_descriptors();
+
+/// A directory with file, empty/, full/x, closed/x (only root may enter closed), fifo, and the
+/// links to-file, to-full, dangling and loop.
+class scene {
+public:
+    explicit scene(char const* below = "/tmp") : root_{below} { populate(); }
+
+    /// "-" is the empty name, "LONG" one that is too long; "1023" and "1024" are names of as many
+    /// UTF-16 units, and both of 1,024 bytes.
+    std::filesystem::path at(std::string const& entry) const;
+    /// A name of deep directories, of so many bytes.
+    std::filesystem::path at_length(std::size_t length, std::string const& start = "e") const;
+    std::u16string name(std::string const& entry) const { return at(entry).u16string(); }
+    contents all() const { return listing(at("")); }
+    void populate() const;
+
+    /// Expects what `rows` say: each names two entries, and for each of the operations called
+    /// `names` what comes of it: "ok", or an error that names the first entry, with '>' before it
+    /// the second, with '<' both, with '-' none; '*' is not tried. A failure must change nothing,
+    /// a success what it is for and nothing else. Where it is `scripted`, `rename` and `mkdir`
+    /// answer the error without looking.
+    void expect(std::string const& names, std::string const& rows, bool scripted = false) const;
+
+private:
+    state_of_process state_;
+    temporary_root root_;
+};
 
 } // namespace nura::filesystem::test

@@ -1,5 +1,7 @@
 #include "support.hpp"
 
+#include <climits>
+
 namespace nura::filesystem::test {
 
 TEST(directory_creation, makes_a_directory_or_names_it)
@@ -47,6 +49,18 @@ TEST(remove_all, leaves_to_the_system_the_names_that_it_refuses)
         EXPECT_TRUE(fails_with(error, {u16(name)}, [p = u16(name)] { remove_all(p); }));
         EXPECT_TRUE(listing(s.at("work")).empty()) << name;
     }
+}
+
+TEST(remove_all, takes_no_name_that_is_too_long_in_one_piece)
+{
+    scene const s;
+    std::string name = s.at("").string();
+    while (name.size() < PATH_MAX) {
+        name += "./";
+    }
+    name += "file";
+    EXPECT_TRUE(fails_with("ENAMETOOLONG", {u16(name)}, [&] { remove_all(u16(name)); }));
+    EXPECT_TRUE(std::filesystem::exists(s.at("file")));
 }
 
 } // namespace nura::filesystem::test

@@ -54,13 +54,15 @@ TEST(remove_all, leaves_to_the_system_the_names_that_it_refuses)
 TEST(remove_all, takes_no_name_that_is_too_long_in_one_piece)
 {
     scene const s;
-    std::string name = s.at("").string();
-    while (name.size() < PATH_MAX) {
-        name += "./";
+    std::string const last(20, 'x');
+    std::ofstream{s.at(last)};
+    std::string parent = s.at("").string();
+    while (parent.size() + last.size() < PATH_MAX) {
+        parent += "./";
     }
-    name += "file";
+    std::string const name = parent + last; // while the name of the parent is short enough
     EXPECT_TRUE(fails_with("ENAMETOOLONG", {u16(name)}, [&] { remove_all(u16(name)); }));
-    EXPECT_TRUE(std::filesystem::exists(s.at("file")));
+    EXPECT_TRUE(std::filesystem::exists(s.at(last)));
 }
 
 } // namespace nura::filesystem::test

@@ -133,7 +133,7 @@ public:
                 std::vector const texts{start_ + any(entries_), near, "../" + near, ".."s};
                 std::filesystem::create_symlink(any(texts), entry, ignored);
             } else if (one_in(3)) {
-                std::ofstream{entry};
+                ::mknod(entry.c_str(), S_IFREG | 0644, 0); // not by way of a link, out of the tree
             } else if (std::filesystem::create_directory(entry, ignored)) {
                 directories.push_back(entry + "/");
             }

@@ -52,11 +52,14 @@ TEST(current_directory, can_be_used_in_a_child_forked_while_a_thread_reads_it)
 {
     for (int i = 0; i < 20 && !testing::Test::HasFailure(); ++i) {
         std::atomic<bool> inside = false;
+        std::atomic<bool> forked = false;
         std::thread reader{[&] {
-            // The first call opens the converter, whose lock the C library forks as it is.
+            // A converter is opened before and closed after the fork: the C library does that
+            // under a lock of its own, which a child inherits as it is.
             (void)get_current_path();
             hook = [&](auto const&, auto const&) { return inside = true, ::usleep(10'000); };
             (void)get_current_path();
+            forked.wait(false);
         }};
         while (!inside) {
             std::this_thread::yield();
@@ -67,6 +70,8 @@ TEST(current_directory, can_be_used_in_a_child_forked_while_a_thread_reads_it)
             // Past the thread sanitizer, to which the reader of the parent is a leak of the child.
             ::syscall(SYS_exit_group, testing::Test::HasFailure() ? 1 : 0);
         });
+        forked = true;
+        forked.notify_one();
         reader.join();
     }
 }

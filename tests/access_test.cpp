@@ -5,8 +5,7 @@ namespace nura::filesystem::test {
 TEST(access, answers_as_the_system_does_or_turns_failures_into_answers_by_the_mode)
 {
     scene const s;
-    auto const expect = [&](std::string const& name, unsigned mode, std::string const& error,
-                            bool yes) {
+    auto const expect = [&](auto const& name, unsigned mode, auto const& error, bool yes) {
         auto const ask = [=](auto const& p) { EXPECT_EQ(access(p, mode), yes) << mode; };
         EXPECT_TRUE(fails_with(error, {s.name(name)}, both(ask, s.name(name)))) << name << mode;
     };

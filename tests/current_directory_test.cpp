@@ -37,8 +37,7 @@ TEST(current_directory, is_changed_and_read_by_one_thread_at_a_time)
         };
         for (int i = 0; i < 2000; ++i) {
             EXPECT_TRUE(change_current_path(own));
-            EXPECT_TRUE(std::u16string{u"empty full"}.find(
-                            get_current_path().substr(s.name("").size())) != own.npos);
+            EXPECT_TRUE(get_current_path().starts_with(s.name("")));
             EXPECT_THROW(change_current_path(s.name("file")), NotDirectoryError);
         }
     };
@@ -50,30 +49,28 @@ TEST(current_directory, is_changed_and_read_by_one_thread_at_a_time)
 
 TEST(current_directory, can_be_used_in_a_child_forked_while_a_thread_reads_it)
 {
-    for (int i = 0; i < 20 && !testing::Test::HasFailure(); ++i) {
-        std::atomic<bool> inside = false;
-        std::atomic<bool> forked = false;
-        std::thread reader{[&] {
-            // A converter is opened before and closed after the fork: the C library does that
-            // under a lock of its own, which a child inherits as it is.
-            (void)get_current_path();
-            hook = [&](auto const&, auto const&) { return inside = true, ::usleep(10'000); };
-            (void)get_current_path();
-            forked.wait(false);
-        }};
-        while (!inside) {
-            std::this_thread::yield();
-        }
-        run_as(::geteuid(), [] {
-            ::alarm(30); // where the lock was forked while it was held
-            EXPECT_TRUE(change_current_path(u"/") && get_current_path() == u"/");
-            // Past the thread sanitizer, to which the reader of the parent is a leak of the child.
-            ::syscall(SYS_exit_group, testing::Test::HasFailure() ? 1 : 0);
-        });
-        forked = true;
-        forked.notify_one();
-        reader.join();
+    std::atomic<bool> inside = false;
+    std::atomic<bool> forked = false;
+    std::thread reader{[&] {
+        // A converter is opened before and closed after the fork: the C library does that under
+        // a lock of its own, which a child inherits as it is.
+        (void)get_current_path();
+        hook = [&](auto const&, auto const&) { return inside = true, ::usleep(100'000); };
+        (void)get_current_path();
+        forked.wait(false);
+    }};
+    while (!inside) {
+        std::this_thread::yield();
     }
+    run_as(::geteuid(), [] {
+        ::alarm(30); // where the lock was forked while it was held
+        EXPECT_TRUE(change_current_path(u"/") && get_current_path() == u"/");
+        // Past the thread sanitizer, to which the reader of the parent is a leak of the child.
+        ::syscall(SYS_exit_group, testing::Test::HasFailure() ? 1 : 0);
+    });
+    forked = true;
+    forked.notify_one();
+    reader.join();
 }
 
 } // namespace nura::filesystem::test

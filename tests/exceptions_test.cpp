@@ -47,8 +47,8 @@ TEST(exceptions, are_described_with_pathnames_reason_and_type_in_one_line)
               "'/\u00E9\\u000A\\uD800': no such file or directory [PathNotFound]");
     EXPECT_EQ(describe(SystemError{u"/a", {u"/ro/b"}, 30}, u"/x"),
               "'/a' -> '/ro/b': read-only file system [SystemError 30]");
-    EXPECT_EQ(describe(SystemError{u"/a", {u""}, 28}),
-              "'/a': no space left on device [SystemError 28]");
+    EXPECT_EQ(describe(SystemError{u"a", {u""}, 28}),
+              "'a': no space left on device [SystemError 28]");
     EXPECT_EQ(describe(InvalidArgument{"Empty Path not permitted", u"", {}}),
               "invalid argument: Empty Path not permitted [InvalidArgument]");
     EXPECT_EQ(describe(std::runtime_error{"bro\x7Fken"}, u"/x"), "'/x': bro\\u007Fken");

@@ -7,12 +7,11 @@
 #include <regex>
 
 namespace nura::filesystem::test {
-namespace {
 
 using namespace detail;
 
 /// Each row: a name and what it becomes; '#' stands for U+0000, '@' for the home directory of root.
-void expect_expansions(std::string rows)
+static void expect_expansions(std::string rows)
 {
     std::replace(rows.begin(), rows.end(), '#', '\0');
     rows = std::regex_replace(rows, std::regex{"@"}, ::getpwnam("root")->pw_dir);
@@ -29,7 +28,6 @@ void expect_expansions(std::string rows)
 
 TEST(home_directory, comes_from_the_environment_and_then_from_the_password_file)
 {
-    state_of_process const kept;
     ::setenv("HOME", "/h/u", 1);
     expect_expansions(
         "'' ''  x x  /x /x  a/~b a/~b  ~ /h/u  ~/ /h/u  ~//x// /h/u//x//  ~/a#b /h/u/a#b");
@@ -48,5 +46,4 @@ TEST(home_directory, comes_from_the_environment_and_then_from_the_password_file)
     EXPECT_EQ(make_expanded_path(u"a\xDC00", false), u"a\uFFFD");
 }
 
-} // namespace
 } // namespace nura::filesystem::test

@@ -3,12 +3,10 @@
 
 #include <filesystem/pathname_grammar.hpp>
 
-#include <cerrno>
 #include <set>
 #include <thread>
 
 namespace nura::filesystem::test {
-namespace {
 
 using detail::from_filesystem;
 using detail::to_filesystem;
@@ -26,7 +24,7 @@ std::string const telling_bytes{"\x00\x2F\x7F\x80\x8F\x90\x9F\xA0\xBB\xBF\xC0\xC
                                 28};
 
 /// The definition, over the code conversion of the standard library.
-std::string encoded(std::u16string text)
+static std::string encoded(std::u16string text)
 {
     for (std::size_t i = 0; i < text.size(); ++i) {
         bool const high = text[i] >> 10 == 0xD800 >> 10;
@@ -43,7 +41,7 @@ std::string encoded(std::u16string text)
 }
 
 /// The definition: what is not the encoding of a character is replaced byte by byte.
-std::u16string decoded(std::string const& bytes)
+static std::u16string decoded(std::string const& bytes)
 {
     std::u16string text;
     for (std::size_t i = 0; i < bytes.size();) {
@@ -68,8 +66,10 @@ std::u16string decoded(std::string const& bytes)
 
 TEST(name_conversion, follows_the_encodings_for_short_combinations_behind_texts_of_any_length)
 {
-    auto const character = [](std::size_t i) {
-        return std::u16string{std::array{u"a", u"\u00E9", u"\u20AC", u"\U0001F600"}[i % 4]};
+    auto const longer = [](std::u16string const& before) {
+        return before.size() > 1100 ? u""
+                                    : before + std::array{u"a", u"\u00E9", u"\u20AC",
+                                                          u"\U0001F600"}[before.size() / 300];
     };
     std::thread other{[&] {
         std::u16string before;
@@ -78,7 +78,7 @@ TEST(name_conversion, follows_the_encodings_for_short_combinations_behind_texts_
             EXPECT_EQ(from_filesystem(bytes), decoded(bytes)) << testing::PrintToString(bytes);
             EXPECT_EQ(detail::make_access_form(bytes), bytes);
             if (bytes.size() == 3) {
-                before = before.size() > 1100 ? u"" : before + character(before.size() / 300);
+                before = longer(before);
                 EXPECT_EQ(from_filesystem(encoded(before) + bytes), before + decoded(bytes));
             }
         });
@@ -89,14 +89,14 @@ TEST(name_conversion, follows_the_encodings_for_short_combinations_behind_texts_
         EXPECT_EQ(to_filesystem(text), encoded(text)) << testing::PrintToString(text);
         EXPECT_EQ(detail::make_native_access_form(text), encoded(text));
         if (text.size() == 4) {
-            before = before.size() > 1100 ? u"" : before + character(before.size() / 300);
+            before = longer(before);
             EXPECT_EQ(to_filesystem(before + text), encoded(before + text));
         }
     });
     other.join();
 }
 
-std::string converted_late;
+static std::string converted_late;
 
 TEST(name_conversion, has_one_converter_for_each_direction_and_thread_even_while_the_thread_ends)
 {
@@ -128,5 +128,4 @@ TEST(name_conversion, lives_with_no_converter)
     }}.join();
 }
 
-} // namespace
 } // namespace nura::filesystem::test

@@ -65,4 +65,24 @@ TEST(operations, treat_names_that_cannot_be_each_in_its_way_and_touch_nothing)
     EXPECT_EQ(get_current_path(), s.name("y\xEF\xBF\xBD"));
 }
 
+TEST(operations, leave_no_descriptor_open_when_they_fail)
+{
+    scene const s;
+    scene const there{elsewhere};
+    run_as(nobody, [&] {
+        std::ptrdiff_t descriptors = 0;
+        for (int round = 0; round <= (long_run ? 10'000 : 1'000); ++round) {
+            for (auto const& [name, calls] : operations) {
+                bool const walks = name == "remove_all" || name == "copy" || name == "rename";
+                auto const from = s.name(walks ? "full" : name == "copy_file" ? "file" : "loop/x");
+                EXPECT_THROW(calls(from, s.name("closed/x"))[0](), FsysExceptionBase) << name;
+                EXPECT_THROW(calls(from, there.name("file"))[1](), FsysExceptionBase) << name;
+            }
+            // Converters and the like are open from now on.
+            descriptors = round == 0 ? open_descriptors() : descriptors;
+        }
+        EXPECT_EQ(open_descriptors(), descriptors);
+    });
+}
+
 } // namespace nura::filesystem::test

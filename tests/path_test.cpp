@@ -1,13 +1,10 @@
 #include "support.hpp"
 
-#include <filesystem/basic_path.hpp>
-
 #include <boost/functional/hash.hpp>
 
 #include <random>
 
 namespace nura::filesystem::test {
-namespace {
 
 using namespace literals;
 using string = std::u16string;
@@ -17,7 +14,6 @@ static_assert(!std::is_convertible_v<string, path> && !std::is_convertible_v<cha
 
 TEST(path, holds_the_native_form_made_with_its_tilde_switch)
 {
-    state_of_process const kept;
     ::setenv("HOME", "/u", 1);
     string const given = u"~//x/";
     EXPECT_TRUE(path{}.empty() && path{}.expand_tilde());
@@ -59,9 +55,8 @@ TEST(path, converts_exactly_or_not_at_all)
 
 TEST(path, is_displayed_with_what_people_cannot_read_escaped)
 {
-    std::ostringstream out;
-    out << path{u"a\n\x7F\u0085\u00A0\xD800/\U0001F600\xDC00"};
-    EXPECT_EQ(out.str(), "a\\u000A\\u007F\\u0085\u00A0\\uD800/\U0001F600\\uDC00");
+    EXPECT_EQ((std::ostringstream{} << path{u"a\n\x7F\u0085\u00A0\xD800/\U0001F600\xDC00"}).str(),
+              "a\\u000A\\u007F\\u0085\u00A0\\uD800/\U0001F600\\uDC00");
 }
 
 // What benchmarks/llvm_hash.cpp, the hash of LLVM's standard library, answers for texts of so many
@@ -87,5 +82,4 @@ TEST(path_hash, is_the_recorded_one_whatever_the_length_and_the_tilde_switch)
     }
 }
 
-} // namespace
 } // namespace nura::filesystem::test

@@ -5,13 +5,12 @@
 #include <random>
 
 namespace nura::filesystem::test {
-namespace {
 
 using namespace std::literals;
 using name = std::u16string;
 
 /// A result, or all that an exception says.
-std::string outcome_of(std::function<name()> const& call)
+static std::string outcome_of(std::function<name()> const& call)
 {
     try {
         return testing::PrintToString(call());
@@ -79,21 +78,19 @@ struct slow {
     }
 };
 
-void compare(name const& p, name const& base, bool expand_tilde)
+static void compare(name const& p, name const& base, bool expand_tilde)
 {
     path const q{p, expand_tilde};
     path const b{base, expand_tilde};
     auto const same = [](auto const& call, auto const& slowly) {
         EXPECT_EQ(outcome_of(call), outcome_of(slowly));
     };
-    auto const resolved = [](name const& from, name const& to) {
+    auto const real = [](name const& from, name const& to) {
         return from.empty() ? from : slow::canonical(from, to);
     };
     auto const held = [](path const& r) { return r.expand_tilde() ? r.pathname() : u"?"; };
-    same([&] { return canonical(p, base); },
-         [&] { return resolved(slow::form(p), slow::form(base)); });
-    same([&] { return held(canonical(q, b)); },
-         [&] { return resolved(q.pathname(), b.pathname()); });
+    same([&] { return canonical(p, base); }, [&] { return real(slow::form(p), slow::form(base)); });
+    same([&] { return held(canonical(q, b)); }, [&] { return real(q.pathname(), b.pathname()); });
     same([&] { return weakly_canonical(p); }, [&] { return slow::weakly_canonical(path{p}); });
     same([&] { return held(weakly_canonical(q)); }, [&] { return slow::weakly_canonical(q); });
 }
@@ -158,7 +155,7 @@ public:
     }
 };
 
-void compare_many()
+static void compare_many()
 {
     unsigned const trees = long_run ? 500 : 50;
     for (unsigned seed = 1; seed <= trees; ++seed) {
@@ -181,5 +178,4 @@ TEST(resolution_model, agrees_with_and_without_rights_and_home)
     run_as(54321, compare_many);
 }
 
-} // namespace
 } // namespace nura::filesystem::test

@@ -3,7 +3,6 @@
 #include <regex>
 
 namespace nura::filesystem::test {
-namespace {
 
 using namespace std::literals;
 
@@ -56,10 +55,8 @@ TEST_F(resolution, follows_links_dots_and_tildes_in_its_way)
 
 TEST_F(resolution, reads_the_current_directory_only_where_a_pathname_depends_on_it)
 {
-    std::filesystem::create_directories("\xFF/x");
-    std::filesystem::current_path("\xFF");
-    EXPECT_EQ(canonical(u"x"), name("") + u"\uFFFD/x");
-    ASSERT_TRUE(::rmdir("x") == 0 && ::rmdir("../\xFF") == 0);
+    std::filesystem::current_path("empty");
+    ASSERT_EQ(::rmdir("../empty"), 0);
     expect(in_full, "x / /x  /x '' /x  '' '' ''");
     expect(partly_real, "x/y '' x/y");
     for (auto const& resolve :
@@ -68,5 +65,4 @@ TEST_F(resolution, reads_the_current_directory_only_where_a_pathname_depends_on_
     }
 }
 
-} // namespace
 } // namespace nura::filesystem::test

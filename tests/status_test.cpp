@@ -1,18 +1,14 @@
 #include "support.hpp"
 
-#include <cstring>
+#include <bit>
 
 namespace nura::filesystem::test {
-namespace {
 
 using string = std::u16string;
 
-std::int64_t ticks_of(boost::posix_time::ptime const& time)
+static std::int64_t ticks_of(boost::posix_time::ptime const& time)
 {
-    std::int64_t ticks = 0;
-    static_assert(sizeof ticks == sizeof time);
-    std::memcpy(&ticks, &time, sizeof ticks);
-    return ticks;
+    return std::bit_cast<std::int64_t>(time);
 }
 
 /// A query of one name, which pathname its failures name, and whether it finds something. What
@@ -23,7 +19,7 @@ struct query {
     std::function<bool()> finds;
 };
 
-std::vector<query> queries(string const& name)
+static std::vector<query> queries(string const& name)
 {
     path const p{name, false};
     return {{0, name, [=] { return status_express_light(name).exists(); }},
@@ -40,13 +36,10 @@ TEST(status, finds_what_the_native_form_leads_to)
     scene const s;
     std::filesystem::current_path(s.at(""));
     ::setenv("HOME", s.at("").c_str(), 1);
-    string const nul{u"file\0x", 6};
-    for (auto const& [name, found] : std::map<string, std::string>{{u"", "0000000"},
-                                                                   {u"no/x", "0000000"},
-                                                                   {nul, "0000000"},
-                                                                   {u"a\xD800", "0000000"},
-                                                                   {u"dangling", "0000011"},
-                                                                   {u"~//file", "0101010"}}) {
+    std::map<string, std::string> const names{
+        {u"", "0000000"},        {u"no/x", "0000000"},     {{u"file\0x", 6}, "0000000"},
+        {u"a\xD800", "0000000"}, {u"dangling", "0000011"}, {u"~//file", "0101010"}};
+    for (auto const& [name, found] : names) {
         std::string digits;
         for (query const& each : queries(name)) {
             digits += each.finds() ? '1' : '0';
@@ -65,10 +58,10 @@ TEST(status, reports_what_the_system_answers_each_query_in_its_own_way)
                                                 "EACCES 3  ENAMETOOLONG 3  ELOOP 3")) {
         for (query const& each : queries(u"/a/\u00E9")) {
             hook = [number = number_of(error)](auto const&, auto const&) { return number; };
-            auto const outcome =
+            auto const result =
                 fails_with(error, {each.named}, [&] { EXPECT_FALSE(each.finds()); });
             hook = nullptr;
-            EXPECT_EQ(bool{outcome}, each.rank < std::stoi(silent)) << error << outcome.message();
+            EXPECT_EQ(bool{result}, each.rank < std::stoi(silent)) << error << result.message();
         }
     }
 }
@@ -79,11 +72,11 @@ TEST(status, has_types_modes_and_times_as_the_system_keeps_them)
     constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t wrapping = std::int64_t{1} << 57; // in microseconds just `least`
     scene const s{elsewhere};
-    for (auto const& [seconds, nanoseconds, ticks] :
-         std::vector<std::array<std::int64_t, 3>>{{1, 1999, epoch + 1'000'001},
-                                                  {-2, 999'999'999, epoch - 1'000'001},
-                                                  {least, 0, epoch},
-                                                  {wrapping, 5000, least}}) {
+    std::int64_t const rows[][3]{{1, 1999, epoch + 1'000'001},
+                                 {-2, 999'999'999, epoch - 1'000'001},
+                                 {least, 0, epoch},
+                                 {wrapping, 5000, least}};
+    for (auto const& [seconds, nanoseconds, ticks] : rows) {
         for (std::string const name : {"file", "empty", "fifo", "to-file"}) {
             struct stat is {};
             timespec const times[]{{7, 0}, {seconds, nanoseconds}};
@@ -99,14 +92,12 @@ TEST(status, has_types_modes_and_times_as_the_system_keeps_them)
             if (is.st_mtim.tv_sec == seconds) { // not every file system keeps every time
                 EXPECT_EQ(ticks_of(file.access_time()), epoch + 7'000'000);
                 EXPECT_EQ(ticks_of(file.modification_time()), ticks);
-                EXPECT_TRUE(name == "to-file" ||
-                            light.modification_time() == file.modification_time());
             }
             EXPECT_TRUE(name == "to-file" ||
-                        (light.type() == file.type() && light.size() == file.size()));
+                        (light.type() == file.type() && light.size() == file.size() &&
+                         light.modification_time() == file.modification_time()));
         }
     }
 }
 
-} // namespace
 } // namespace nura::filesystem::test

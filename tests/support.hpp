@@ -11,7 +11,6 @@
 #include <boost/core/noncopyable.hpp>
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,7 +22,6 @@
 #include <fstream>
 #include <functional>
 #include <map>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -80,7 +78,7 @@ testing::AssertionResult fails_with(std::string const& error, named const& names
 inline failure const empty_refused{{}, {}, 0, "Empty Path not permitted"};
 
 /// A directory that anyone may search, with a canonical name. It goes with all that is in it,
-/// whatever the modes have become.
+/// whatever the modes have become, and is the current directory no longer.
 class temporary_root : boost::noncopyable {
 public:
     explicit temporary_root(
@@ -98,30 +96,11 @@ private:
 /// Where there may be another file system, in memory.
 inline char const* const elsewhere = ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/tmp";
 
-/// Puts back the home directory, the current directory and the mask of modes as they were.
-class state_of_process : boost::noncopyable {
-public:
-    state_of_process();
-    ~state_of_process();
-
-private:
-    std::optional<std::string> home_;
-    int directory_;
-    mode_t mask_;
-};
-
 constexpr uid_t nobody = 65534;
 
 /// Runs `body` in a forked child with the rights of user and group `id`. A failure or a skip in
 /// the child is one of the calling test; skips where the process may not become that user.
 void run_as(uid_t id, std::function<void()> const& body);
-
-/// The definition of `name` that a function of the same name in a test hides.
-template <class Function>
-[[nodiscard]] Function* hidden_definition(char const* name)
-{
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
-}
 
 /// Calls `visit` with `text` and every text that up to `longest` more units of `alphabet` make
 /// of it, until the test has failed.
@@ -208,7 +187,6 @@ public:
     void expect(std::string const& names, std::string const& rows, bool scripted = false) const;
 
 private:
-    state_of_process state_;
     temporary_root root_;
 };
 

@@ -49,6 +49,13 @@ TEST(remove_all, leaves_to_the_system_the_names_that_it_refuses)
         EXPECT_TRUE(fails_with(error, {u16(name)}, [p = u16(name)] { remove_all(p); }));
         EXPECT_TRUE(listing(s.at("work")).empty()) << name;
     }
+    ASSERT_EQ(::chmod(s.at("work").c_str(), 0777), 0);
+    run_as(54321, [&] { // without a home directory an appended tilde leaves a separator at the end
+        ::unsetenv("HOME");
+        std::filesystem::create_directories(s.at("work/sub/deep"));
+        remove_all(path{s.name("work/sub")} / u"~");
+        EXPECT_TRUE(listing(s.at("work")).empty());
+    });
 }
 
 TEST(remove_all, takes_no_name_that_is_too_long_in_one_piece)

@@ -5,9 +5,9 @@
 ///
 /// Every operation is a function with two overloads. The one for `std::u16string` brings its
 /// argument into native form first (`detail::make_native_form` with tilde expansion); the one
-/// for `path` uses the path as it stands. Failures are thrown as the types of `exceptions.hpp`;
-/// besides those named at an operation, any can throw `std::bad_alloc`. The error numbers in the
-/// comments are those of the system call that is named.
+/// for `path` uses the path as it stands, but for the few that say otherwise. Failures are thrown
+/// as the types of `exceptions.hpp`; besides those named at an operation, any can throw
+/// `std::bad_alloc`. The error numbers in the comments are those of the system call that is named.
 ///
 /// How an error number becomes a type, everywhere:
 ///
@@ -224,14 +224,15 @@ NURA_FILESYSTEM_EXPORT void create_directory(std::u16string const& p);
 /// try {
 ///     nfs::create_directories(u"~/.local/share/editor/backup");
 /// } catch (nfs::FileExistsError const&) {
-///     // it is there already
+///     // it is there already, or a link that leads nowhere is
 /// }
 /// \endcode
 ///
 /// \par Errors
 /// - `InvalidArgument` "Empty Path not permitted", no pathname
 /// - `FileExistsError` with the pathname if the directory exists already, unlike the standard
-///   function: where it only has to be there, catch this type
+///   function: where it only has to be there, catch this type. Also if a link that leads nowhere
+///   stands there or on the way
 /// - `NotDirectoryError` (something else stands there or on the way), `AccessDenied` and the
 ///   other types by the error number, with the pathname
 /// - `std::runtime_error` "locale not supported" if a surrogate is unpaired
@@ -241,7 +242,7 @@ NURA_FILESYSTEM_EXPORT void create_directories(std::u16string const& p);
 
 /// @}
 /// \defgroup removal Removal
-/// All of these do nothing for the empty pathname, and remove a symbolic link itself.
+/// All of these do nothing for the empty pathname, and none follows a symbolic link.
 /// @{
 
 /// Removes a file, a link or an empty directory, by way of `std::filesystem::remove`.
@@ -445,6 +446,10 @@ NURA_FILESYSTEM_EXPORT void copy_symlink(std::u16string const& existing_link,
 /// Copies a file, a directory or a link, by way of `std::filesystem::copy`, whose options and
 /// rules hold. An empty pathname is the standard library's to refuse.
 ///
+/// A single file whose copy is cut short fails with EIO. In a recursive copy the standard library
+/// can take a cut file for a whole one (a disk that fills up): `rename` to another file system
+/// looks at every entry, this does not.
+///
 /// \code{.cpp}
 /// using options = std::filesystem::copy_options;
 /// nfs::copy(u"~/notes", u"~/backup/notes", options::recursive | options::copy_symlinks);
@@ -522,7 +527,8 @@ NURA_FILESYSTEM_EXPORT void copy_directory(std::u16string const& from, std::u16s
                                                              std::u16string const& base = {});
 
 /// The one name of what `p` names, free of links and dot elements (`realpath`), whatever its
-/// length. The base is looked at only where `p` is relative.
+/// length. The base is looked at only where `p` is relative. A tilde with which a path still
+/// begins is expanded, too: write `./~`.
 ///
 /// \code{.cpp}
 /// std::u16string const real = nfs::canonical(u"/usr/../usr/bin/."); // /usr/bin
@@ -546,7 +552,7 @@ NURA_FILESYSTEM_EXPORT void copy_directory(std::u16string const& from, std::u16s
 ///
 /// An element of the rest, or one that is reached on the way there, that begins with '~' is
 /// expanded like a tail that is appended to a path; expanded to an absolute pathname it is
-/// refused.
+/// refused. What exists is resolved by `canonical`, which expands a tilde at the beginning.
 ///
 /// \code{.cpp}
 /// std::u16string const form = nfs::weakly_canonical(u"/usr/./new/file.txt"); // /usr/new/file.txt
@@ -554,17 +560,20 @@ NURA_FILESYSTEM_EXPORT void copy_directory(std::u16string const& from, std::u16s
 ///
 /// \par Errors
 /// A missing file is none.
+/// - `PathNotFound` without a pathname if what exists begins with a tilde that is part of its name
 /// - `InvalidArgument` "Absolute path not permitted", no pathname, for an element that a tilde
 ///   makes absolute
 /// - `AccessDenied`, `SystemError` (ELOOP) and the other types by the error number, with the
 ///   pathname
+/// - what `get_current_path` throws, for a relative `p` of which something exists
 [[nodiscard]] NURA_FILESYSTEM_EXPORT path weakly_canonical(path const& p);
 /// The same for text, which is brought into native form first.
 [[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string weakly_canonical(std::u16string const& p);
 
 /// The way to `p` from the directory `base`, by the weakly canonical forms of both: `../b/c`
 /// from `/a/d` to `/a/b/c`. Empty where there is none, as from the current directory to a
-/// relative `p` of which nothing exists. The base is resolved first, even if `p` is empty.
+/// relative `p` of which nothing exists. The base is resolved first, even if `p` is empty. Paths
+/// are brought into native form like text: a tilde that is left in one is expanded.
 ///
 /// \code{.cpp}
 /// std::u16string const way = nfs::relative(u"/usr/lib", u"/usr/bin"); // ../lib, without links
@@ -617,7 +626,8 @@ using space_info = boost::filesystem::space_info;
 [[nodiscard]] NURA_FILESYSTEM_EXPORT space_info space(path const& p);
 
 /// The network name of `p`, which on POSIX systems is `p` itself after a round trip through its
-/// native name; `flag` is ignored. Empty for the empty pathname and where the round trip fails.
+/// native name; `flag` is ignored. Empty for the empty pathname and where the round trip fails. The
+/// answer for a path is made into a path: a tilde with which it begins is expanded then.
 ///
 /// \code{.cpp}
 /// std::u16string const name = nfs::get_unc_path(u"/srv/share", false); // /srv/share

@@ -61,29 +61,62 @@ std::optional<std::uintmax_t> size_of(std::filesystem::path const& p)
     return unknown ? std::nullopt : std::optional{size};
 }
 
-/// `std::filesystem::copy_file`, and EIO where it says that a file is copied and the copy is
-/// shorter: libstdc++ loses a write error behind the first block. A source that grows or shrinks
-/// meanwhile, as a log does, is copied well with either of its sizes.
+/// EIO where `to` is shorter than the file of which it is the copy: libstdc++ loses a write error
+/// behind the first block. A source that grows or shrinks meanwhile, as a log does, is copied well
+/// with either of its sizes; `before` is the one that it had at first.
+std::error_code error_of_cut_copy(std::optional<std::uintmax_t> before,
+                                  std::filesystem::path const& from,
+                                  std::filesystem::path const& to)
+{
+    auto const written = size_of(to);
+    auto const after = size_of(from);
+    bool const cut = written && before && after && *written < std::min(*before, *after);
+    return cut ? std::make_error_code(std::errc::io_error) : std::error_code{};
+}
+
+/// `std::filesystem::copy_file`, and EIO where it says that a file is copied and the copy is cut.
 std::error_code copy_one_file(std::filesystem::path const& from, std::filesystem::path const& to,
                               copy_options options)
 {
     auto const before = size_of(from);
     std::error_code error;
-    if (std::filesystem::copy_file(from, to, options, error)) {
-        auto const written = size_of(to);
-        auto const after = size_of(from);
-        if (written && before && after && *written < std::min(*before, *after)) {
-            error = std::make_error_code(std::errc::io_error);
-        }
-    }
-    return error;
+    bool const copied = std::filesystem::copy_file(from, to, options, error);
+    return copied ? error_of_cut_copy(before, from, to) : error;
+}
+
+/// Whether `copy` makes a copy of the contents of `from`, a regular file, and not a link to it,
+/// one of its own kind, or perhaps nothing.
+bool copies_contents(std::filesystem::path const& from, copy_options options)
+{
+    constexpr auto otherwise = copy_options::skip_existing | copy_options::update_existing |
+                               copy_options::directories_only | copy_options::create_symlinks |
+                               copy_options::create_hard_links;
+    constexpr auto links_as_links = copy_options::copy_symlinks | copy_options::skip_symlinks;
+    std::error_code unknown;
+    return (options & otherwise) == copy_options::none &&
+           std::filesystem::is_regular_file((options & links_as_links) == copy_options::none
+                                                ? std::filesystem::status(from, unknown)
+                                                : std::filesystem::symlink_status(from, unknown));
+}
+
+/// `std::filesystem::copy`, and EIO where it says that a single file is copied and the copy is
+/// cut. What a whole tree should have become cannot be told from its sizes: files that grow
+/// meanwhile would be taken for cut ones.
+std::error_code copy_anything(std::filesystem::path const& from, std::filesystem::path const& to,
+                              copy_options options)
+{
+    auto const before = copies_contents(from, options) ? size_of(from) : std::nullopt;
+    std::error_code unknown;
+    bool const into = std::filesystem::is_directory(to, unknown);
+    std::error_code const error = detail::copy_tree(from, to, options);
+    return error ? error : error_of_cut_copy(before, from, into ? to / from.filename() : to);
 }
 
 } // namespace
 
 void copy(path const& from, path const& to, copy_options options)
 {
-    copy_by(from, to, options, detail::copy_tree);
+    copy_by(from, to, options, copy_anything);
 }
 
 void copy(std::u16string const& from, std::u16string const& to, copy_options options)

@@ -4,6 +4,7 @@
 #include "operations/tree_copy.hpp"
 #include "pathname/grammar.hpp"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -47,20 +48,31 @@ bool any_of_tree(stdfs::path const& tree, std::error_code& error, Wanted wanted)
     return false;
 }
 
-/// Whether the directory `from` would become a part of itself: possible where a file system is
-/// mounted below it.
+/// Whether the directory `from` would become a part of itself, possible where a file system is
+/// mounted twice: whether the directory that holds `to`, or one that stands there, is in it.
 bool moves_into_itself(stdfs::path const& from, stdfs::path const& to)
 {
     struct stat parent {};
+    struct stat old {};
     stdfs::path const above = to.has_parent_path() ? to.parent_path() : stdfs::path{"."};
     if (::stat(above.c_str(), &parent) != 0) {
         return false;
     }
+    bool const replaces = is_directory(to, old);
     std::error_code unreadable; // the copy reports it
-    return any_of_tree(from, unreadable, [&parent](stdfs::path const& p) {
+    return any_of_tree(from, unreadable, [&](stdfs::path const& p) {
         struct stat found {};
-        return is_directory(p, found) && same_file(found, parent);
+        return is_directory(p, found) &&
+               (same_file(found, parent) || (replaces && p != from && same_file(found, old)));
     });
+}
+
+/// Whether a file system, or a part of one, is mounted at `p`. The system moves no such thing.
+bool is_mount_point(stdfs::path const& p)
+{
+    struct statx found {};
+    return ::statx(AT_FDCWD, p.c_str(), AT_SYMLINK_NOFOLLOW, 0, &found) == 0 &&
+           (found.stx_attributes & STATX_ATTR_MOUNT_ROOT) != 0;
 }
 
 /// The error number with which a move within one file system would refuse `to`, and EEXIST where
@@ -85,14 +97,14 @@ int refusal_by_target(struct stat const& source, stdfs::path const& to)
 /// Whether `p` stands for a directory without naming its entry; the system moves no such thing.
 bool names_no_entry(stdfs::path const& p)
 {
-    std::string const last = p.filename().native();
+    std::string const last = (p.has_filename() ? p : p.parent_path()).filename().native();
     return last.empty() || grammar::is_dot_element(std::string_view{last});
 }
 
 int refusal(stdfs::path const& from, stdfs::path const& to)
 {
     struct stat source {};
-    if (names_no_entry(from) || names_no_entry(to)) {
+    if (names_no_entry(from) || names_no_entry(to) || is_mount_point(from)) {
         return EBUSY;
     }
     if (::lstat(from.c_str(), &source) != 0) {

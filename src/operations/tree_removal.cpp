@@ -195,10 +195,11 @@ private:
     std::vector<level> levels_; ///< from the top down
 };
 
-/// Names that stand for a directory reached in another way are left to the system as they are.
-bool has_no_parent_entry(std::string_view native, std::string_view last)
+/// Names that stand for a directory without naming its entry are left to the system as they are.
+/// `last` is what stands behind the last separator.
+bool names_no_entry(std::string_view last)
 {
-    return native == constants::ROOT_PATHNAME || is_dot_entry(last);
+    return last.empty() || is_dot_entry(last);
 }
 
 /// Removes what is at `top`, whose pathname is `native`.
@@ -220,7 +221,7 @@ void remove_tree(std::string const& native)
     }
     std::size_t const separator = native.rfind(constants::PATHNAME_SEPARATOR_CHARACTER);
     std::string const last = separator == std::string::npos ? native : native.substr(separator + 1);
-    if (has_no_parent_entry(native, last)) {
+    if (names_no_entry(last)) {
         remove_at({AT_FDCWD, native}, native);
         return;
     }

@@ -1,5 +1,5 @@
 // Paths as keys: what names the same in native form is the same key, and the hash is fixed for all
-// time, so that it may be stored.
+// time on 64-bit systems, so that it may be stored.
 
 #include <filesystem/filesystem.hpp>
 

@@ -11,7 +11,7 @@ namespace nfs = nura::filesystem;
 
 int main()
 {
-    scratch const memory{"/dev/shm"};
+    scratch const memory{::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : "/var/tmp"};
     nfs::path const source = memory.directory() / u"photos";
     scratch const disk{"/tmp"};
 

@@ -321,8 +321,8 @@ public:
 
     /// @}
 
-    /// The hash of the text, the same on every platform and in every process: 64-bit CityHash
-    /// 1.0 of its UTF-16LE bytes.
+    /// The hash of the text, the same in every process: 64-bit CityHash 1.0 of its UTF-16LE
+    /// bytes, or its lower half where `std::size_t` has 32 bits.
     [[nodiscard]] std::size_t hash() const noexcept;
 
     [[nodiscard]] friend basic_path operator/(basic_path base, string_view_type tail)

@@ -1,29 +1,25 @@
 #!/usr/bin/env bash
 # Installs a build into a prefix, moves the prefix, and builds and runs programs against it: by way
-# of CMake, of pkg-config, as a subdirectory, and as a plug-in that is unloaded while a thread that
-# used it lives.
+# of CMake, of pkg-config, as a subdirectory, static, and as a plug-in that is unloaded while a
+# thread that used it lives.
 #     installed_package_test.sh BUILD_FOLDER SCRATCH_FOLDER COMPILER
 set -euo pipefail
 build=$1 scratch=$2 compiler=$3
-export CMAKE_GENERATOR=Ninja
 project=$(dirname "$(dirname "$(readlink -f "$0")")")
 consumer=$project/examples/consumer
 
 rm -rf "$scratch"
-mkdir -p "$scratch"
 cmake --install "$build" --prefix "$scratch/first" >/dev/null
 mv "$scratch/first" "$scratch/moved"
-export PKG_CONFIG_PATH
-PKG_CONFIG_PATH=$(dirname "$(find "$scratch/moved" -name nura-filesystem.pc)")
-export LD_LIBRARY_PATH
-LD_LIBRARY_PATH=$(dirname "$PKG_CONFIG_PATH")
+ls "$scratch"/moved/share/{doc/*/LICENSE,bash-completion/completions/nura-fs} \
+    "$scratch/moved/share/fish/vendor_completions.d/nura-fs.fish" >/dev/null
+[ ! -e "$build/tools/nura-fs.1" ] || ls "$scratch/moved/share/man/man1/nura-fs.1" >/dev/null
+"$scratch/moved/bin/nura-fs" --version
 
 expected="/usr/no such thing is not there
 '/etc/passwd/below': not a directory [NotDirectoryError]"
 check() {
-    local output
-    output=$("$1")
-    [ "$output" = "$expected" ] || { printf '%s printed:\n%s\n' "$1" "$output"; exit 1; }
+    "$1" | diff - <(echo "$expected")
 }
 
 configure_and_check() { # NAME OPTION...
@@ -33,15 +29,23 @@ configure_and_check() { # NAME OPTION...
 }
 configure_and_check installed -DCMAKE_PREFIX_PATH="$scratch/moved"
 configure_and_check subdirectory -DNURA_SUBDIRECTORY="$project"
-configure_and_check static -DNURA_SUBDIRECTORY="$project" -DBUILD_SHARED_LIBS=OFF
+configure_and_check static -DNURA_SUBDIRECTORY="$project" -DBUILD_SHARED_LIBS=OFF \
+    -DNURA_FILESYSTEM_INSTALL=ON
+cmake --install "$scratch/static" --prefix "$scratch/moved-static" >/dev/null
+configure_and_check installed-static -DCMAKE_PREFIX_PATH="$scratch/moved-static"
 
-compile() { # SOURCE OUTPUT OPTION...
+compile() { # PREFIX SOURCE OUTPUT OPTION...
+    local -x PKG_CONFIG_PATH
+    PKG_CONFIG_PATH=$(dirname "$(find "$scratch/$1" -name nura-filesystem.pc)")
     # shellcheck disable=SC2046
-    "$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Werror "$consumer/$1" "${@:3}" \
-        $(pkg-config --cflags --libs nura-filesystem) -o "$scratch/$2"
+    "$compiler" -std=c++17 -Wall -Wextra -Wpedantic -Werror "$consumer/$2" "${@:4}" \
+        $(pkg-config --cflags --libs nura-filesystem) \
+        -Wl,-rpath,"$(pkg-config --variable=libdir nura-filesystem)" -o "$scratch/$3"
 }
-compile main.cpp by-pkg-config
-check "$scratch/by-pkg-config"
-compile plugin.cpp plugin.so -shared -fPIC
+for prefix in moved moved-static; do
+    compile "$prefix" main.cpp by-pkg-config
+    check "$scratch/by-pkg-config"
+done
+compile moved plugin.cpp plugin.so -shared -fPIC
 "$compiler" -std=c++17 "$consumer/host.cpp" -pthread -ldl -o "$scratch/host"
 "$scratch/host" "$scratch/plugin.so"

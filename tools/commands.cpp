@@ -197,7 +197,7 @@ std::vector<command> const& commands()
         {"relative", "Resolution", "PATH", "Print the way to PATH from the base", base,
          [](request const& r) { return nfs::relative(r.path, base_of(r)); }},
 
-        {"completion", "", "SHELL", "Print a script that lets bash or fish complete", plain,
+        {"completion", "Shells", "SHELL", "Print a script that lets bash or fish complete", plain,
          [](request const& r) { print_completion(utf8(r.path)); }},
     };
     return table;

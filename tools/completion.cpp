@@ -17,6 +17,8 @@ constexpr char const* bash_form = R"(_nura_fs()
         words='--help --version {}'
     elif [[ $3 == --type ]]; then
         words=$choices
+    elif [[ ${{COMP_WORDS[1]}} == completion ]]; then
+        words='bash fish'
     elif [[ $2 != -* ]]; then
         return
     fi
@@ -29,6 +31,7 @@ constexpr char const* fish_start = R"(complete -c nura-fs -s h -l help
 complete -c nura-fs -n __fish_use_subcommand -f -l version
 complete -c nura-fs -n 'not __fish_use_subcommand' -l json
 complete -c nura-fs -n 'not __fish_use_subcommand' -s 0 -l null
+complete -c nura-fs -n '__fish_seen_subcommand_from completion' -f -a 'bash fish'
 )";
 
 std::string bash_script()
@@ -61,8 +64,9 @@ std::string fish_script()
         }
         parameter const& extra = each.options.extra;
         if (*extra.name == '-') {
-            script += fmt::format("{}rl {} -a '{}' -d '{}'\n", option, extra.name + 2,
-                                  extra.choices, extra.meaning);
+            bool const takes_files = *extra.choices == '\0';
+            script += fmt::format("{}{}rl {} -a '{}' -d '{}'\n", option, takes_files ? "" : "f",
+                                  extra.name + 2, extra.choices, extra.meaning);
         }
     }
     return script;

@@ -131,10 +131,21 @@ constexpr auto other_words = std::to_array<std::pair<std::string_view, std::stri
     {"stat", "status"},
 });
 
-/// A hint for who mistyped a subcommand; empty if none is near.
+/// Whether a subcommand has an option `word`.
+bool is_option(std::string_view word)
+{
+    auto const is_word = [word](client::flag const& each) { return word == each.name; };
+    return word == "--json" || word == "-0" || word == "--null" ||
+           std::ranges::any_of(client::commands(), [&](command const& each) {
+               return word == each.options.extra.name ||
+                      std::ranges::any_of(each.options.flags, is_word);
+           });
+}
+
+/// A hint for who mistyped a subcommand or what may stand in its place; empty if none is near.
 std::string suggestion_for(std::string_view word)
 {
-    if (word.starts_with('-')) {
+    if (is_option(word)) {
         return ": options go behind the subcommand";
     }
     for (auto const& [other, ours] : other_words) {
@@ -142,11 +153,14 @@ std::string suggestion_for(std::string_view word)
             return fmt::format(": did you mean '{}'?", ours);
         }
     }
-    auto const distance = [word](command const& each) { return edit_distance(word, each.name); };
-    auto const nearest = std::ranges::min_element(client::commands(), {}, distance);
-    return distance(*nearest) <= (word.size() + 2) / 3
-               ? fmt::format(": did you mean '{}'?", nearest->name)
-               : "";
+    std::vector<std::string_view> known{"--help", "--version"};
+    for (command const& each : client::commands()) {
+        known.emplace_back(each.name);
+    }
+    auto const distance = [word](std::string_view each) { return edit_distance(word, each); };
+    std::string_view const nearest = std::ranges::min(known, {}, distance);
+    return distance(nearest) <= (word.size() + 2) / 3 ? fmt::format(": did you mean '{}'?", nearest)
+                                                      : "";
 }
 
 /// Two operands in one stand for a pair: the dots that CLI11 puts behind any number are wrong

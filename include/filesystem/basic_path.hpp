@@ -123,7 +123,7 @@ private:
 /// Where a member returns text of the path, it returns a view that lives as long as the path is
 /// neither changed nor destroyed; on a temporary path it returns a string instead.
 ///
-/// \code
+/// \code{.cpp}
 /// nfs::path p{u"~/projects//nura/"};   // /home/u/projects/nura
 /// p /= u"README.md";
 /// p.filename();                        // README.md

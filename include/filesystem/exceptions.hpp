@@ -7,13 +7,13 @@
 /// that `boost::current_exception` carries it to another thread with its type intact; catch it
 /// as the type, as `FsysExceptionBase` or as `std::exception`.
 ///
-/// \code
+/// \code{.cpp}
 /// try {
-///     nfs::status(p);
+///     nfs::remove_file(u"/var/spool/job");
 /// } catch (nfs::AccessDenied const& e) {
-///     ask_for_permission(e.pathname());
+///     std::cerr << "only its owner may do that: " << nfs::path::display(e.pathname()) << '\n';
 /// } catch (nfs::FsysExceptionBase const& e) {
-///     log(nfs::describe(e));
+///     std::cerr << nfs::describe(e) << '\n';
 /// }
 /// \endcode
 

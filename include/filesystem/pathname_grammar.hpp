@@ -47,9 +47,10 @@ namespace nura::filesystem::detail {
 /// "/". "." and ".." stay, nothing is made absolute, and the empty pathname stays empty without
 /// a look-up of the home directory.
 ///
-/// \code
-/// make_native_form(u"///a//./b/", false) == u"/a/./b"
-/// make_native_form(u"~/x//y", true)      == u"/home/u/x/y"
+/// \code{.cpp}
+/// using nfs::detail::make_native_form;
+/// std::u16string const form = make_native_form(u"///a//./b/", false); // /a/./b
+/// std::u16string const home = make_native_form(u"~/x//y", true);      // /home/u/x/y
 /// \endcode
 [[nodiscard]] NURA_FILESYSTEM_EXPORT std::u16string make_native_form(std::u16string const& p,
                                                                      bool expand_tilde);
@@ -132,11 +133,15 @@ NURA_FILESYSTEM_EXPORT std::u16string& replace_extension(std::u16string& p,
 /// A walk keeps two values: `pos`, where the current element starts, and `element`, its text.
 /// It starts with `pos` 0 and `extract_first_element(p, root_length)`, where `root_length` is
 /// `get_root_path_length(p)`; its end is `pos == p.size()` with an empty element.
-/// \code
+/// \code{.cpp}
+/// using namespace nfs::detail;
+/// std::u16string const p = u"/usr/bin";
+/// std::size_t const root = get_root_path_length(p);
 /// std::size_t pos = 0;
-/// auto const root = get_root_path_length(p);
 /// for (auto element = extract_first_element(p, root); pos < p.size();
-///      move_down(p, root, pos, element)) { ... }
+///      move_down(p, root, pos, element)) {
+///     std::cout << nfs::path::display(element) << '\n'; // "/", "usr", "bin"
+/// }
 /// \endcode
 /// @{
 

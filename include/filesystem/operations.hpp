@@ -469,7 +469,8 @@ copy(std::u16string const& from, std::u16string const& to,
      std::filesystem::copy_options options = std::filesystem::copy_options::none);
 
 /// Copies the contents and permissions of a regular file, by way of
-/// `std::filesystem::copy_file`. Whether the options had it skipped is not reported.
+/// `std::filesystem::copy_file`. Whether the options had it skipped is not reported. What says that
+/// it is empty, as files in /proc do, comes out empty.
 ///
 /// \code{.cpp}
 /// nfs::copy_file(u"~/notes.txt", u"~/notes.bak",
